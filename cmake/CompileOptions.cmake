@@ -1,0 +1,17 @@
+# Every room of the house is compiled by the same rules: odomira::options carries them.
+add_library(odomira_options INTERFACE)
+add_library(odomira::options ALIAS odomira_options)
+target_compile_features(odomira_options INTERFACE cxx_std_20)
+
+if(MSVC)
+  target_compile_options(odomira_options INTERFACE /W4 /WX /permissive- /utf-8 /Zc:__cplusplus)
+else()
+  target_compile_options(odomira_options INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)
+  # Debug finds what Release would survive by luck: iterators are checked and undefined behaviour stops the program.
+  add_compile_options($<$<CONFIG:Debug>:-Og>)
+  add_compile_definitions($<$<CONFIG:Debug>:_GLIBCXX_DEBUG> $<$<CONFIG:Debug>:_GLIBCXX_DEBUG_PEDANTIC>)
+  target_compile_options(odomira_options INTERFACE
+    $<$<CONFIG:Debug>:-fsanitize=undefined -fsanitize-undefined-trap-on-error>)
+  # One file to hand out: nothing of the compiler's run-time lies beside odomira.exe.
+  add_link_options(-static $<$<CONFIG:Release>:-s>)
+endif()
