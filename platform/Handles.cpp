@@ -1,0 +1,18 @@
+#include "platform/Handles.h"
+
+#include <windows.h>
+
+void WindowDeleter::operator()(WindowHandle window) const noexcept
+{
+    DestroyWindow(window);
+}
+
+void FontDeleter::operator()(HFONT__* font) const noexcept
+{
+    DeleteObject(font);
+}
+
+void MenuDeleter::operator()(HMENU__* menu) const noexcept
+{
+    DestroyMenu(menu);
+}
