@@ -31,6 +31,7 @@ constexpr std::array descriptions{
     DescriptionOf{ErrorNumber::PathNotFound, "Path not found"},
     DescriptionOf{ErrorNumber::ResourceNotFound, "Resource not found"},
     DescriptionOf{ErrorNumber::PrinterError, "Printer error"},
+    DescriptionOf{ErrorNumber::Cancel, "Cancel was selected."},
 };
 
 } // namespace

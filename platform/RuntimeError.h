@@ -23,6 +23,7 @@ enum class ErrorNumber : int {
     PathNotFound = 76,
     ResourceNotFound = 326,
     PrinterError = 482,
+    Cancel = 32755,
 };
 
 /// An operation that stopped, with its number and its English description. Thrown before anything is changed, so the

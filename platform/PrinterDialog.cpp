@@ -1,0 +1,92 @@
+#include "platform/PrinterDialog.h"
+
+#include "platform/CheckedArithmetic.h"
+#include "platform/ModalOwner.h"
+#include "platform/RuntimeError.h"
+
+#include <windows.h>
+
+#include <cderr.h>
+#include <commdlg.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <memory>
+#include <type_traits>
+#include <utility>
+
+namespace {
+
+struct FreeMemory {
+    void operator()(HGLOBAL memory) const noexcept { GlobalFree(memory); }
+};
+using OwnedMemory = std::unique_ptr<std::remove_pointer_t<HGLOBAL>, FreeMemory>;
+
+/// A block of the dialog's answer, readable as long as this object lives.
+class LockedMemory {
+public:
+    explicit LockedMemory(const OwnedMemory& memory) : memory_(memory.get()), begin_(GlobalLock(memory.get()))
+    {
+        if (begin_ == nullptr) {
+            throw RuntimeError(ErrorNumber::PrinterError);
+        }
+    }
+    ~LockedMemory() { GlobalUnlock(memory_); }
+    LockedMemory(const LockedMemory&) = delete;
+    LockedMemory& operator=(const LockedMemory&) = delete;
+
+    template <typename Block>
+    const Block& As() const noexcept
+    {
+        return *static_cast<const Block*>(begin_);
+    }
+
+private:
+    HGLOBAL memory_;
+    const void* begin_;
+};
+
+std::wstring DeviceName(const OwnedMemory& names)
+{
+    const LockedMemory locked(names);
+    // The device's full name; the device mode has room for its first 31 characters only.
+    return &locked.As<wchar_t>() + locked.As<DEVNAMES>().wDeviceOffset;
+}
+
+/// Takes the number of copies out of the device mode, which then asks for one: left in, the printer would multiply the
+/// copies that we print one by one.
+std::pair<std::vector<std::byte>, int> ModeAndCopies(const OwnedMemory& mode)
+{
+    const LockedMemory locked(mode);
+    const auto& settings = locked.As<DEVMODEW>();
+    const auto* begin = &locked.As<std::byte>();
+    std::vector<std::byte> block(begin, begin + settings.dmSize + settings.dmDriverExtra);
+    int copies = 1;
+    auto& own = *reinterpret_cast<DEVMODEW*>(block.data());
+    if ((own.dmFields & DM_COPIES) != 0) {
+        copies = std::exchange(own.dmCopies, short{1});
+    }
+    return {std::move(block), copies};
+}
+
+} // namespace
+
+PrinterChoice ShowPrinterDialog()
+{
+    PRINTDLGW dialog{};
+    dialog.lStructSize = sizeof dialog;
+    dialog.hwndOwner = ModalOwner();
+    dialog.Flags = PD_USEDEVMODECOPIES | PD_NOSELECTION;
+    const bool confirmed = PrintDlgW(&dialog) != FALSE;
+    const OwnedMemory mode(dialog.hDevMode);
+    const OwnedMemory names(dialog.hDevNames);
+    if (!confirmed) {
+        // A missing printer is no failure: the dialog has said so itself, and closing that message is a cancel.
+        const DWORD error = CommDlgExtendedError();
+        throw RuntimeError(error == 0 || error == PDERR_NODEFAULTPRN ? ErrorNumber::Cancel : ErrorNumber::PrinterError);
+    }
+    auto [block, modeCopies] = ModeAndCopies(mode);
+    // A driver that cannot make copies leaves their number in the dialog's own field.
+    const int copies = std::max({1, modeCopies, static_cast<int>(dialog.nCopies)});
+    return {{DeviceName(names), std::move(block)}, CheckedInt16(copies)};
+}
