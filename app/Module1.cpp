@@ -1,0 +1,9 @@
+#include "app/Module1.h"
+
+namespace Module1 {
+
+std::wstring distanceUnit;
+std::int16_t languageOffset = 0;
+frmMain* mainWindow = nullptr;
+
+} // namespace Module1
