@@ -192,6 +192,8 @@ class Display:
                 raise MachineError("Xvfb does not start: see " + log.name)
             self.name = ":" + number
             ready = os.path.join(folder, "window-manager-ready")
+            with contextlib.suppress(FileNotFoundError):
+                os.unlink(ready)
             self.manager = start_child(["openbox", "--sm-disable", "--config-file", os.path.join(HERE, "openbox.xml"),
                                         "--startup", "touch " + ready], dict(env, DISPLAY=self.name, HOME=folder),
                                        stdout=log, stderr=log)
@@ -206,10 +208,34 @@ class Display:
         end_child(self.manager)
         end_child(self.server)
 
-    def picture(self, path, window="root"):
-        """Writes what the screen (or one X window, by id) shows as a PNG."""
+    def xdotool(self, *words):
+        """Mouse, keyboard and windows of this display; returns what xdotool prints."""
+        answer = subprocess.run(["xdotool", *map(str, words)], env=dict(os.environ, DISPLAY=self.name),
+                                capture_output=True, text=True, check=False)
+        return answer.stdout.strip()
+
+    def window(self, program, seconds=60):
+        """The X window that is active, as soon as there is one; MachineError when the program ends before."""
+        def active():
+            if program.poll() is not None:
+                raise MachineError(f"the program ended with {program.returncode} and showed no window")
+            return self.xdotool("getactivewindow")
+        return wait_until(active, seconds, "window of the program")
+
+    def picture(self, path, window=None):
+        """Writes the screen, or one X window with its frame, as a PNG, as soon as nothing moves on it any more."""
         os.makedirs(os.path.dirname(os.path.abspath(path)), exist_ok=True)
-        subprocess.run(["import", "-display", self.name, "-window", str(window), "+repage", path], check=True)
+        what = ["-frame", "-window", str(window)] if window else ["-window", "root"]
+        before = None
+        for _ in range(20):
+            subprocess.run(["import", "-display", self.name, *what, "+repage", "-define", "png:exclude-chunks=date,time",
+                            path], check=True)
+            with open(path, "rb") as file:
+                now = file.read()
+            if now == before:
+                return
+            before = now
+            time.sleep(0.25)
 
 
 class Machine:
