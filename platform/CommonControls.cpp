@@ -1,0 +1,198 @@
+// The controls of the common controls library: spin, tree, tabs and status bar.
+
+#include "platform/Controls.h"
+
+#include "platform/RuntimeError.h"
+
+#include <windows.h>
+
+#include <commctrl.h>
+#include <windowsx.h>
+
+#include <algorithm>
+
+UpDown::UpDown(Form& form, const char* name, int minimum, int maximum, int value)
+    : Control(form, name), minimum_(minimum), maximum_(maximum), initial_(value)
+{
+}
+
+Control::WindowKind UpDown::Kind() const
+{
+    return {UPDOWN_CLASSW, UDS_ARROWKEYS};
+}
+
+void UpDown::Created()
+{
+    Send(UDM_SETRANGE32, static_cast<WPARAM>(minimum_), maximum_);
+    // One step a click, however long the arrow is held down.
+    UDACCEL pace{0, 1};
+    Send(UDM_SETACCEL, 1, reinterpret_cast<LPARAM>(&pace));
+    Send(UDM_SETPOS32, 0, initial_);
+}
+
+int UpDown::Value() const
+{
+    return static_cast<int>(Send(UDM_GETPOS32));
+}
+
+void UpDown::SetValue(int value)
+{
+    Send(UDM_SETPOS32, 0, std::clamp(value, minimum_, maximum_));
+    if (value >= minimum_ && value <= maximum_) {
+        Change();
+    }
+}
+
+void UpDown::SetBuddy(const TextBox& box)
+{
+    Send(UDM_SETBUDDY, reinterpret_cast<WPARAM>(box.Handle()));
+}
+
+void UpDown::Scrolled()
+{
+    Change();
+}
+
+Control::WindowKind TreeView::Kind() const
+{
+    return {WC_TREEVIEWW,
+            WS_TABSTOP | TVS_HASBUTTONS | TVS_HASLINES | TVS_LINESATROOT | TVS_SHOWSELALWAYS | TVS_DISABLEDRAGDROP,
+            WS_EX_CLIENTEDGE};
+}
+
+void TreeView::Clear()
+{
+    nodes_.clear();
+    Send(TVM_DELETEITEM, 0, reinterpret_cast<LPARAM>(TVI_ROOT));
+}
+
+int TreeView::AddNode(const std::wstring& parentKey, const std::wstring& key, const std::wstring& text)
+{
+    const auto withKey = [this](const std::wstring& wanted) { return std::ranges::find(nodes_, wanted, &Node::key); };
+    const auto parent = parentKey.empty() ? nodes_.end() : withKey(parentKey);
+    if (withKey(key) != nodes_.end() || (!parentKey.empty() && parent == nodes_.end())) {
+        throw RuntimeError(ErrorNumber::InvalidProcedureCall);
+    }
+    Node node{key, text, parentKey.empty() ? 0 : static_cast<int>(parent - nodes_.begin()) + 1, nullptr};
+    TVINSERTSTRUCTW insert{};
+    insert.hParent = parentKey.empty() ? TVI_ROOT : static_cast<HTREEITEM>(parent->item);
+    insert.hInsertAfter = TVI_LAST;
+    insert.item.mask = TVIF_TEXT;
+    insert.item.pszText = node.text.data();
+    node.item = reinterpret_cast<HTREEITEM>(Send(TVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&insert)));
+    if (node.item == nullptr) {
+        throw RuntimeError(ErrorNumber::OutOfMemory);
+    }
+    nodes_.push_back(std::move(node));
+    return NodeCount();
+}
+
+const TreeView::Node& TreeView::At(int node) const
+{
+    if (node < 1 || node > NodeCount()) {
+        throw RuntimeError(ErrorNumber::SubscriptOutOfRange);
+    }
+    return nodes_[static_cast<std::size_t>(node) - 1];
+}
+
+int TreeView::NumberOf(const void* item) const
+{
+    const auto found =
+        std::ranges::find(nodes_, item, [](const Node& node) { return static_cast<const void*>(node.item); });
+    return item == nullptr || found == nodes_.end() ? 0 : static_cast<int>(found - nodes_.begin()) + 1;
+}
+
+void TreeView::Select(int node)
+{
+    const auto item = reinterpret_cast<LPARAM>(At(node).item);
+    Send(TVM_SELECTITEM, TVGN_CARET, item);
+    Send(TVM_ENSUREVISIBLE, 0, item);
+}
+
+int TreeView::SelectedNode() const
+{
+    return NumberOf(reinterpret_cast<const void*>(Send(TVM_GETNEXTITEM, TVGN_CARET, 0)));
+}
+
+void TreeView::Notify(const void* header)
+{
+    const auto* notification = static_cast<const NMHDR*>(header);
+    int node = 0;
+    if (notification->code == static_cast<UINT>(NM_CLICK)) {
+        // A click counts also on the node that is marked already.
+        const DWORD at = GetMessagePos();
+        TVHITTESTINFO hit{};
+        hit.pt = {GET_X_LPARAM(at), GET_Y_LPARAM(at)};
+        ScreenToClient(Handle(), &hit.pt);
+        Send(TVM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit));
+        node = (hit.flags & TVHT_ONITEM) != 0 ? NumberOf(hit.hItem) : 0;
+    } else if (notification->code == static_cast<UINT>(TVN_SELCHANGEDW)) {
+        const auto* change = static_cast<const NMTREEVIEWW*>(header);
+        node = change->action == TVC_BYKEYBOARD ? NumberOf(change->itemNew.hItem) : 0;
+    }
+    if (node != 0) {
+        NodeClick(node);
+    }
+}
+
+Control::WindowKind TabStrip::Kind() const
+{
+    return {WC_TABCONTROLW, WS_TABSTOP | WS_CLIPSIBLINGS};
+}
+
+void TabStrip::Created()
+{
+    int index = 0;
+    for (std::wstring& caption : design_) {
+        TCITEMW item{};
+        item.mask = TCIF_TEXT;
+        item.pszText = caption.data();
+        Send(TCM_INSERTITEMW, static_cast<WPARAM>(index++), reinterpret_cast<LPARAM>(&item));
+    }
+}
+
+std::wstring TabStrip::TabCaption(int tab) const
+{
+    std::wstring text(256, L'\0');
+    TCITEMW item{};
+    item.mask = TCIF_TEXT;
+    item.pszText = text.data();
+    item.cchTextMax = static_cast<int>(text.size());
+    if (Send(TCM_GETITEMW, static_cast<WPARAM>(tab - 1), reinterpret_cast<LPARAM>(&item)) == FALSE) {
+        throw RuntimeError(ErrorNumber::SubscriptOutOfRange);
+    }
+    return item.pszText;
+}
+
+void TabStrip::SetTabCaption(int tab, const std::wstring& caption)
+{
+    std::wstring text = caption;
+    TCITEMW item{};
+    item.mask = TCIF_TEXT;
+    item.pszText = text.data();
+    if (Send(TCM_SETITEMW, static_cast<WPARAM>(tab - 1), reinterpret_cast<LPARAM>(&item)) == FALSE) {
+        throw RuntimeError(ErrorNumber::SubscriptOutOfRange);
+    }
+}
+
+int TabStrip::SelectedTab() const
+{
+    return static_cast<int>(Send(TCM_GETCURSEL)) + 1;
+}
+
+void TabStrip::Notify(const void* header)
+{
+    if (static_cast<const NMHDR*>(header)->code == static_cast<UINT>(TCN_SELCHANGE)) {
+        Click();
+    }
+}
+
+Control::WindowKind StatusBar::Kind() const
+{
+    return {STATUSCLASSNAMEW, SBARS_SIZEGRIP};
+}
+
+void StatusBar::FollowForm()
+{
+    Send(WM_SIZE);
+}

@@ -1,0 +1,161 @@
+#include "platform/Control.h"
+
+#include "platform/Fonts.h"
+#include "platform/Form.h"
+#include "platform/RuntimeError.h"
+#include "platform/UnhandledError.h"
+
+#include <windows.h>
+
+#include <commctrl.h>
+
+namespace {
+
+constexpr UINT_PTR observerId = 1;
+
+} // namespace
+
+/// Sees the messages of a control's own window; the control itself keeps doing what the system makes it do.
+struct ControlObserver {
+    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                                      DWORD_PTR data);
+};
+
+Control::Control(Form& form, const char* name) : form_(form), name_(name)
+{
+    form.Register(*this);
+}
+
+WindowHandle Control::Handle() const
+{
+    if (window_ == nullptr) {
+        throw RuntimeError(ErrorNumber::InvalidProcedureCall);
+    }
+    return window_;
+}
+
+std::intptr_t Control::Send(unsigned message, std::uintptr_t wParam, std::intptr_t lParam) const
+{
+    return SendMessageW(Handle(), message, wParam, lParam);
+}
+
+bool Control::Enabled() const
+{
+    return IsWindowEnabled(Handle()) != FALSE;
+}
+
+void Control::SetEnabled(bool enabled)
+{
+    const HWND window = Handle();
+    if (!enabled && GetFocus() == window) {
+        // A disabled window that keeps the focus would swallow the keyboard.
+        SendMessageW(form_.Handle(), WM_NEXTDLGCTL, 0, FALSE);
+    }
+    EnableWindow(window, enabled ? TRUE : FALSE);
+}
+
+void Control::SetVisible(bool visible)
+{
+    visible_ = visible;
+    ShowWindow(Handle(), visible ? SW_SHOWNA : SW_HIDE);
+}
+
+void Control::SetFocus()
+{
+    ::SetFocus(Handle());
+}
+
+void Control::Move(const TwipsRect& place)
+{
+    place_ = place;
+    Place();
+}
+
+void Control::Place()
+{
+    const int left = Pixels(place_.left);
+    const int top = Pixels(place_.top);
+    // Edges, not sizes, are rounded: controls that meet in twips meet in pixels.
+    const int width = Pixels(place_.left + place_.width) - left;
+    const int height = Pixels(place_.top + place_.height) - top;
+    SetWindowPos(Handle(), nullptr, left, top, width, height, SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void Control::SetFont(const ControlFont& font)
+{
+    font_ = font;
+    if (window_ != nullptr) {
+        ApplyFont();
+    }
+}
+
+void Control::SetBackColor(SystemColor color)
+{
+    backColor_ = color;
+    InvalidateRect(Handle(), nullptr, TRUE);
+}
+
+std::wstring Control::OwnText() const
+{
+    const HWND window = Handle();
+    std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(window)), L'\0');
+    const int length = GetWindowTextW(window, text.data(), static_cast<int>(text.size()) + 1);
+    text.resize(static_cast<std::size_t>(length));
+    return text;
+}
+
+void Control::SetOwnText(const std::wstring& text)
+{
+    SetWindowTextW(Handle(), text.c_str());
+}
+
+int Control::Pixels(int twips) const
+{
+    return ToPixels(twips, form_.Dpi());
+}
+
+void Control::Create(int id, const TwipsRect& place, bool startsGroup)
+{
+    const WindowKind kind = Kind();
+    place_ = place;
+    visible_ = true;
+    backColor_ = SystemColor::Default;
+    window_ =
+        CreateWindowExW(kind.extendedStyle, kind.windowClass, L"",
+                        kind.style | WS_CHILD | WS_VISIBLE | (startsGroup ? static_cast<DWORD>(WS_GROUP) : 0U), 0, 0, 0,
+                        0, form_.Handle(), reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), nullptr, nullptr);
+    if (window_ == nullptr) {
+        throw RuntimeError(ErrorFromWin32(GetLastError()));
+    }
+    SetWindowSubclass(window_, ControlObserver::Procedure, observerId, reinterpret_cast<DWORD_PTR>(this));
+    Created();
+}
+
+void Control::ApplyFont()
+{
+    const bool usual = font_.face.empty() && font_.points == 0 && !font_.bold && !font_.underline;
+    FontOwner former = std::move(ownFont_);
+    ownFont_ = usual ? nullptr : MakeFont(font_, form_.Dpi());
+    HFONT font = usual ? form_.font_.get() : ownFont_.get();
+    Send(WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
+}
+
+void Control::Forget() noexcept
+{
+    window_ = nullptr;
+    ownFont_.reset();
+}
+
+LRESULT CALLBACK ControlObserver::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                                            DWORD_PTR data)
+{
+    if (message == WM_NCDESTROY) {
+        RemoveWindowSubclass(window, Procedure, observerId);
+    } else {
+        auto& control = *reinterpret_cast<Control*>(data);
+        if (const auto keepAlive = control.form_.weak_from_this().lock()) {
+            Guarded([&] { control.Message(message, wParam, lParam); });
+        }
+    }
+    return DefSubclassProc(window, message, wParam, lParam);
+}

@@ -1,0 +1,106 @@
+#pragma once
+
+#include "platform/Event.h"
+#include "platform/Handles.h"
+#include "platform/Twips.h"
+
+#include <cstdint>
+#include <string>
+
+class Form;
+
+/// The look of a control's text. An empty face is the platform's own message font in its own size.
+struct ControlFont {
+    std::wstring face;
+    int points = 0; ///< 0: the size of the platform's message font
+    bool bold = false;
+    bool underline = false;
+};
+
+/// System colours that a control may be given; the system's settings (high contrast) decide what they look like.
+enum class SystemColor { Default, WindowBackground, ButtonFace };
+
+/// A control on a form: a member of the form, known to the form's layout by its name. Its window exists while the form
+/// is loaded. Everything but Name() needs the loaded form and throws InvalidProcedureCall without it.
+class Control {
+public:
+    Control(Form& form, const char* name);
+    virtual ~Control() = default;
+    Control(const Control&) = delete;
+    Control& operator=(const Control&) = delete;
+
+    const char* Name() const noexcept { return name_; }
+    WindowHandle Handle() const;
+
+    bool Enabled() const;
+    void SetEnabled(bool enabled);
+    /// What was asked for with SetVisible, whether or not the form itself is on the screen.
+    bool Visible() const noexcept { return visible_; }
+    void SetVisible(bool visible);
+    void SetFocus();
+
+    /// The place on the form in twips, as it was set: sums of positions hold exactly at every DPI.
+    int Left() const noexcept { return place_.left; }
+    int Top() const noexcept { return place_.top; }
+    int Width() const noexcept { return place_.width; }
+    int Height() const noexcept { return place_.height; }
+    void Move(const TwipsRect& place);
+    void SetTop(int top) { Move({place_.left, top, place_.width, place_.height}); }
+    void SetWidth(int width) { Move({place_.left, place_.top, width, place_.height}); }
+    void SetHeight(int height) { Move({place_.left, place_.top, place_.width, height}); }
+
+    const ControlFont& Font() const noexcept { return font_; }
+    void SetFont(const ControlFont& font);
+    void SetBackColor(SystemColor color);
+
+protected:
+    friend class Form;
+    friend struct FormProcedure;
+    friend struct ControlObserver;
+
+    /// How the window of this kind of control is made.
+    struct WindowKind {
+        const wchar_t* windowClass;
+        std::uint32_t style;
+        std::uint32_t extendedStyle = 0;
+    };
+    virtual WindowKind Kind() const = 0;
+    /// Whether the arrow keys walk from the control before to this one, as between the choices of one question.
+    virtual bool JoinsGroup() const noexcept { return false; }
+    /// The window has just been made: bring it into its design-time state.
+    virtual void Created() {}
+    /// The window has its font and size for the current DPI.
+    virtual void Scaled() {}
+    /// A WM_COMMAND notification (BN_..., EN_..., LBN_..., ...).
+    virtual void Command(unsigned /*notification*/) {}
+    /// A WM_NOTIFY notification; the header is an NMHDR.
+    virtual void Notify(const void* /*header*/) {}
+    /// The position of a spin control changed.
+    virtual void Scrolled() {}
+    /// A message to the control's own window, seen before the control acts on it as the system makes it act.
+    virtual void Message(unsigned /*message*/, std::uintptr_t /*wParam*/, std::intptr_t /*lParam*/) {}
+    /// The cursor over the control, or nothing for the usual one.
+    virtual HICON__* Cursor() const { return nullptr; }
+
+    std::intptr_t Send(unsigned message, std::uintptr_t wParam = 0, std::intptr_t lParam = 0) const;
+    std::wstring OwnText() const;
+    void SetOwnText(const std::wstring& text);
+    Form& Owner() const noexcept { return form_; }
+    /// Twips to this control's pixels.
+    int Pixels(int twips) const;
+
+private:
+    void Create(int id, const TwipsRect& place, bool startsGroup);
+    void Place();
+    void ApplyFont();
+    void Forget() noexcept;
+
+    Form& form_;
+    const char* name_;
+    WindowHandle window_ = nullptr;
+    TwipsRect place_;
+    bool visible_ = true;
+    ControlFont font_;
+    FontOwner ownFont_;
+    SystemColor backColor_ = SystemColor::Default;
+};

@@ -1,0 +1,296 @@
+#pragma once
+
+#include "platform/Control.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+/// Text on a form. An ampersand is an ampersand.
+class Label : public Control {
+public:
+    using Control::Control;
+
+    std::wstring Caption() const { return OwnText(); }
+    void SetCaption(const std::wstring& caption) { SetOwnText(caption); }
+    /// The cursor shown over the label: an id of the program's own cursor resources.
+    void SetMouseIcon(int resource);
+
+    Event<> Click;
+    Event<> MouseMove;
+
+protected:
+    WindowKind Kind() const override;
+    void Command(unsigned notification) override;
+    void Message(unsigned message, std::uintptr_t wParam, std::intptr_t lParam) override;
+    HICON__* Cursor() const override { return cursor_; }
+
+private:
+    HICON__* cursor_ = nullptr; ///< shared with the system, which frees it
+};
+
+/// A box of one line to type in.
+class TextBox : public Control {
+public:
+    using Control::Control;
+
+    std::wstring Text() const { return OwnText(); }
+    void SetText(const std::wstring& text) { SetOwnText(text); }
+    /// A locked box shows its text and can be copied from, but not typed into.
+    void SetLocked(bool locked);
+
+    Event<> GotFocus;
+    /// A character was typed; it still has to reach the box.
+    Event<> KeyPress;
+
+protected:
+    WindowKind Kind() const override;
+    void Command(unsigned notification) override;
+    void Message(unsigned message, std::uintptr_t wParam, std::intptr_t lParam) override;
+};
+
+/// A push button.
+class CommandButton : public Control {
+public:
+    using Control::Control;
+
+    std::wstring Caption() const { return OwnText(); }
+    void SetCaption(const std::wstring& caption) { SetOwnText(caption); }
+
+    Event<> Click;
+
+protected:
+    WindowKind Kind() const override;
+    void Command(unsigned notification) override;
+};
+
+/// One of several choices; those that follow each other in the layout exclude each other.
+class OptionButton : public Control {
+public:
+    using Control::Control;
+
+    std::wstring Caption() const { return OwnText(); }
+    void SetCaption(const std::wstring& caption) { SetOwnText(caption); }
+    bool Value() const;
+    /// Choosing one takes the choice from the others of its group, as the user's click does.
+    void SetValue(bool chosen);
+
+    Event<> Click;
+
+protected:
+    WindowKind Kind() const override;
+    bool JoinsGroup() const noexcept override { return true; }
+    void Command(unsigned notification) override;
+
+private:
+    /// This button and those next to it in the layout.
+    std::vector<OptionButton*> Group() const;
+};
+
+class CheckBox : public Control {
+public:
+    using Control::Control;
+
+    std::wstring Caption() const { return OwnText(); }
+    void SetCaption(const std::wstring& caption) { SetOwnText(caption); }
+    /// 1 checked, 0 not checked.
+    std::int16_t Value() const;
+    /// Any other value than 1 leaves the box unchecked.
+    void SetValue(std::int16_t value);
+
+    Event<> Click;
+
+protected:
+    WindowKind Kind() const override;
+    void Command(unsigned notification) override;
+};
+
+/// A frame with a caption around controls that belong together. It hides and shows them with it.
+class Frame : public Control {
+public:
+    using Control::Control;
+
+    std::wstring Caption() const { return OwnText(); }
+    void SetCaption(const std::wstring& caption) { SetOwnText(caption); }
+    /// The controls inside; they appear and disappear with the frame.
+    void Contain(std::vector<Control*> members) { members_ = std::move(members); }
+    void Show(bool visible);
+
+protected:
+    WindowKind Kind() const override;
+
+private:
+    std::vector<Control*> members_;
+};
+
+/// A horizontal rule in a colour of the system's three-dimensional look.
+class Line : public Control {
+public:
+    enum class Shade { Shadow, Highlight };
+
+    Line(Form& form, const char* name, Shade shade) : Control(form, name), shade_(shade) {}
+
+    /// The right end in twips from the left edge of the form; it may lie outside.
+    int X2() const noexcept { return Left() + Width(); }
+    void SetX2(int twips) { SetWidth(twips - Left()); }
+
+protected:
+    WindowKind Kind() const override;
+
+private:
+    Shade shade_;
+};
+
+/// A list of lines. Positions count from 0; -1 means no line.
+class ListBox : public Control {
+public:
+    using Control::Control;
+
+    void AddItem(const std::wstring& line);
+    void Clear();
+    int ListCount() const;
+    int ListIndex() const;
+    /// Chooses a line as the user's click does: Click follows. Throws InvalidProcedureCall when there is no such line.
+    void SetListIndex(int index);
+    /// Throws SubscriptOutOfRange when there is no such line.
+    std::wstring List(int index) const;
+
+    Event<> Click;
+    Event<> DblClick;
+
+protected:
+    WindowKind Kind() const override;
+    void Command(unsigned notification) override;
+    void Message(unsigned message, std::uintptr_t wParam, std::intptr_t lParam) override;
+    void Scaled() override;
+
+private:
+    void FitScrollRange(const std::wstring& line);
+
+    int widest_ = 0; ///< pixels of the widest line
+};
+
+/// A drop-down list to pick one entry from. Positions count from 0; -1 means none.
+class ComboBox : public Control {
+public:
+    using Control::Control;
+
+    void AddItem(const std::wstring& entry);
+    void Clear();
+    int ListCount() const;
+    int ListIndex() const;
+    /// Picks an entry as the user does: Click follows, also when the entry was picked before. -1 picks none, without
+    /// Click. Throws InvalidProcedureCall when there is no such entry.
+    void SetListIndex(int index);
+    /// Throws SubscriptOutOfRange when there is no such entry.
+    std::wstring List(int index) const;
+    /// The picked entry; empty when none is.
+    std::wstring Text() const;
+
+    Event<> Click;
+
+protected:
+    WindowKind Kind() const override;
+    void Command(unsigned notification) override;
+    void Scaled() override;
+};
+
+/// Two arrows that step a number. The number never leaves its range.
+class UpDown : public Control {
+public:
+    UpDown(Form& form, const char* name, int minimum, int maximum, int value);
+
+    int Value() const;
+    /// Sets the number. Change follows, also when the number is the one that was there. A number outside the range puts
+    /// the arrows at the nearer end, without Change: what shows the number keeps what it was given.
+    void SetValue(int value);
+    /// The box whose up and down keys step the number too.
+    void SetBuddy(const TextBox& box);
+
+    Event<> Change;
+
+protected:
+    WindowKind Kind() const override;
+    void Created() override;
+    void Scrolled() override;
+
+private:
+    int minimum_;
+    int maximum_;
+    int initial_;
+};
+
+/// A tree of texts with unique keys. Nodes are numbered from 1 in the order they were added.
+class TreeView : public Control {
+public:
+    using Control::Control;
+
+    void Clear();
+    /// Returns the new node's number. An empty parent key adds a root. Throws InvalidProcedureCall when the key is
+    /// taken or the parent unknown.
+    int AddNode(const std::wstring& parentKey, const std::wstring& key, const std::wstring& text);
+    int NodeCount() const noexcept { return static_cast<int>(nodes_.size()); }
+    /// These throw SubscriptOutOfRange when there is no such node.
+    const std::wstring& Text(int node) const { return At(node).text; }
+    const std::wstring& Key(int node) const { return At(node).key; }
+    /// The number of the node above, 0 for a root.
+    int Parent(int node) const { return At(node).parent; }
+    /// Marks a node and opens the tree down to it, without NodeClick: that is what the user does.
+    void Select(int node);
+    /// The marked node, 0 when none is.
+    int SelectedNode() const;
+
+    /// The user chose a node by mouse or keys.
+    Event<int> NodeClick;
+
+protected:
+    WindowKind Kind() const override;
+    void Notify(const void* header) override;
+
+private:
+    struct Node {
+        std::wstring key;
+        std::wstring text;
+        int parent = 0;
+        void* item = nullptr;
+    };
+    const Node& At(int node) const;
+    int NumberOf(const void* item) const;
+
+    std::vector<Node> nodes_;
+};
+
+/// A row of tabs. Tabs count from 1.
+class TabStrip : public Control {
+public:
+    TabStrip(Form& form, const char* name, std::vector<std::wstring> captions)
+        : Control(form, name), design_(std::move(captions))
+    {
+    }
+
+    std::wstring TabCaption(int tab) const;
+    void SetTabCaption(int tab, const std::wstring& caption);
+    int SelectedTab() const;
+
+    Event<> Click;
+
+protected:
+    WindowKind Kind() const override;
+    void Created() override;
+    void Notify(const void* header) override;
+
+private:
+    std::vector<std::wstring> design_;
+};
+
+/// The bar at the bottom of a resizable window. It places itself.
+class StatusBar : public Control {
+public:
+    using Control::Control;
+
+    /// The form has a new size.
+    void FollowForm();
+
+protected:
+    WindowKind Kind() const override;
+};

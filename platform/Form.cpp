@@ -1,0 +1,343 @@
+#include "platform/Form.h"
+
+#include "platform/Fonts.h"
+#include "platform/FormWindow.h"
+#include "platform/ModalOwner.h"
+#include "platform/RuntimeError.h"
+#include "platform/UnhandledError.h"
+
+#include <windows.h>
+
+#include <algorithm>
+#include <string_view>
+
+namespace {
+
+/// Control ids start here: 1 and 2 are Enter and Esc.
+constexpr int firstControlId = 101;
+
+/// The loaded forms in the order they were loaded; each is kept alive while it is here.
+std::vector<std::shared_ptr<Form>>& Loaded()
+{
+    static std::vector<std::shared_ptr<Form>> forms;
+    return forms;
+}
+
+void UpdateModalOwner() noexcept
+{
+    const auto& forms = Loaded();
+    const auto top = std::find_if(forms.rbegin(), forms.rend(),
+                                  [](const auto& form) { return IsWindowVisible(form->Handle()) != FALSE; });
+    SetModalOwner(top != forms.rend() ? (*top)->Handle() : nullptr);
+}
+
+RECT WorkAreaAround(HWND window)
+{
+    MONITORINFO monitor{};
+    monitor.cbSize = sizeof monitor;
+    GetMonitorInfoW(MonitorFromWindow(window, MONITOR_DEFAULTTOPRIMARY), &monitor);
+    return monitor.rcWork;
+}
+
+RECT OuterRect(HWND window)
+{
+    RECT outer{};
+    GetWindowRect(window, &outer);
+    return outer;
+}
+
+/// Centres a window of the given size over another area, pushed inside the work area where it would stick out.
+void CentreOver(HWND window, const RECT& area, int width, int height)
+{
+    const RECT work = WorkAreaAround(window);
+    const LONG left = (area.left + area.right - width) / 2;
+    const LONG top = (area.top + area.bottom - height) / 2;
+    SetWindowPos(window, nullptr, std::max(work.left, std::min(left, work.right - width)),
+                 std::max(work.top, std::min(top, work.bottom - height)), width, height, SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+} // namespace
+
+Form::Form() = default;
+
+Form::~Form() = default;
+
+std::vector<std::shared_ptr<Form>> Form::OpenForms()
+{
+    return Loaded();
+}
+
+void Form::Load()
+{
+    if (IsLoaded() || loading_) {
+        return;
+    }
+    const auto keepAlive = shared_from_this();
+    loading_ = true;
+    try {
+        CreateFormWindow();
+        Loaded().push_back(keepAlive);
+        CreateMenu();
+        CreateControls();
+        GiveSizeAndPlace();
+        Wire();
+        Form_Load();
+    } catch (...) {
+        loading_ = false;
+        Destroy();
+        throw;
+    }
+    loading_ = false;
+}
+
+void Form::CreateFormWindow()
+{
+    // A dialog belongs to the first form, the main window, and opens on its monitor.
+    const auto& forms = Loaded();
+    dpi_ = CreateFormFrame(*this, forms.empty() ? nullptr : forms.front()->Handle(), window_);
+    font_ = MakeFont({}, dpi_);
+}
+
+void Form::CreateControls()
+{
+    const auto rows = Layout().rows;
+    if (rows.size() != controls_.size()) {
+        throw RuntimeError(ErrorNumber::InvalidProcedureCall);
+    }
+    std::vector<Control*> inTabOrder;
+    int id = firstControlId;
+    for (const LayoutRow& row : rows) {
+        Control* control = ControlByName(row.control);
+        if (control == nullptr) {
+            throw RuntimeError(ErrorNumber::InvalidProcedureCall);
+        }
+        const bool continues = control->JoinsGroup() && !inTabOrder.empty() && inTabOrder.back()->JoinsGroup();
+        control->Create(id++, row.place, !continues);
+        inTabOrder.push_back(control);
+    }
+    controls_ = std::move(inTabOrder);
+    if (const Control* standard = ControlByName(Layout().defaultButton)) {
+        SendMessageW(window_.get(), DM_SETDEFID, static_cast<WPARAM>(GetDlgCtrlID(standard->Handle())), 0);
+        standard->Send(BM_SETSTYLE, BS_DEFPUSHBUTTON, FALSE);
+    }
+}
+
+void Form::CreateMenu()
+{
+    if (Layout().menu.empty()) {
+        return;
+    }
+    menu_ = MenuItem::Build(Layout().menu, menuItems_);
+    SetMenu(window_.get(), menu_.get());
+}
+
+void Form::GiveSizeAndPlace()
+{
+    const FormLayout& layout = Layout();
+    SIZE size{ToPixels(layout.width, dpi_), ToPixels(layout.height, dpi_)};
+    if (layout.kind == FormKind::Dialog) {
+        size = OuterSizeFor(window_.get(), size, dpi_);
+    }
+    const RECT work = WorkAreaAround(window_.get());
+    const int width = std::min<int>(size.cx, work.right - work.left);
+    const int height = std::min<int>(size.cy, work.bottom - work.top);
+    CentreOver(window_.get(), work, width, height);
+    ApplyScale();
+}
+
+void Form::ApplyScale()
+{
+    for (Control* control : controls_) {
+        control->ApplyFont();
+        control->Place();
+        control->Scaled();
+    }
+}
+
+void Form::Show()
+{
+    Load();
+    Form_Resize();
+    ShowWindow(window_.get(), SW_SHOWNORMAL);
+    UpdateModalOwner();
+    FocusFirst();
+}
+
+void Form::ShowModal(Form& owner)
+{
+    const auto keepAlive = shared_from_this();
+    const auto ownerKept = owner.shared_from_this();
+    Load();
+    owner_ = &owner;
+    focusToReturnTo_ = GetFocus();
+    const RECT outer = OuterRect(window_.get());
+    CentreOver(window_.get(), OuterRect(owner.Handle()), outer.right - outer.left, outer.bottom - outer.top);
+    EnableWindow(owner.Handle(), FALSE);
+    modal_ = true;
+    Form_Resize();
+    ShowWindow(window_.get(), SW_SHOWNORMAL);
+    UpdateModalOwner();
+    FocusFirst();
+    RunModalLoop();
+}
+
+void Form::RunModalLoop()
+{
+    while (modal_) {
+        if (!HandleNextMessage()) {
+            // The thread is asked to end: the outer loops must see it too.
+            EndModal();
+            PostQuitMessage(0);
+        }
+    }
+}
+
+void Form::EndModal()
+{
+    if (!modal_) {
+        return;
+    }
+    modal_ = false;
+    // The owner takes input again before this window goes, so that the activation returns to it.
+    if (owner_->IsLoaded()) {
+        EnableWindow(owner_->Handle(), TRUE);
+    }
+}
+
+void Form::Hide()
+{
+    if (!IsLoaded()) {
+        return;
+    }
+    const bool wasModal = modal_;
+    EndModal();
+    ShowWindow(window_.get(), SW_HIDE);
+    UpdateModalOwner();
+    if (wasModal && owner_->IsLoaded()) {
+        SetActiveWindow(owner_->Handle());
+        ::SetFocus(IsChild(owner_->Handle(), focusToReturnTo_) != FALSE ? focusToReturnTo_ : owner_->Handle());
+    }
+}
+
+void Form::Unload(UnloadMode mode)
+{
+    const auto keepAlive = shared_from_this();
+    if (!IsLoaded()) {
+        if (forget_) {
+            forget_();
+        }
+        return;
+    }
+    bool cancel = false;
+    Form_QueryUnload(cancel, mode);
+    if (cancel) {
+        return;
+    }
+    Form_Unload();
+    Hide();
+    Destroy();
+}
+
+void Form::Destroy() noexcept
+{
+    const auto keepAlive = shared_from_this();
+    std::erase(Loaded(), keepAlive);
+    UpdateModalOwner();
+    if (forget_) {
+        forget_();
+    }
+    if (window_) {
+        SetMenu(window_.get(), nullptr);
+    }
+    window_.reset();
+    for (Control* control : controls_) {
+        control->Forget();
+    }
+    for (MenuItem* item : menuItems_) {
+        item->menu_ = nullptr;
+    }
+    menu_.reset();
+    font_.reset();
+}
+
+void Form::FocusFirst()
+{
+    if (Control* first = ControlByName(Layout().firstFocus)) {
+        first->SetFocus();
+    } else {
+        SendMessageW(window_.get(), WM_NEXTDLGCTL, 0, FALSE);
+    }
+}
+
+std::wstring Form::Caption() const
+{
+    std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(window_.get())), L'\0');
+    GetWindowTextW(window_.get(), text.data(), static_cast<int>(text.size()) + 1);
+    return text;
+}
+
+void Form::SetCaption(const std::wstring& caption)
+{
+    SetWindowTextW(window_.get(), caption.c_str());
+}
+
+int Form::Width() const
+{
+    const RECT outer = OuterRect(window_.get());
+    return ToTwips(outer.right - outer.left, dpi_);
+}
+
+int Form::Height() const
+{
+    const RECT outer = OuterRect(window_.get());
+    return ToTwips(outer.bottom - outer.top, dpi_);
+}
+
+void Form::SetWidth(int twips)
+{
+    const RECT outer = OuterRect(window_.get());
+    SetWindowPos(window_.get(), nullptr, 0, 0, ToPixels(twips, dpi_), outer.bottom - outer.top,
+                 SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void Form::SetHeight(int twips)
+{
+    const RECT outer = OuterRect(window_.get());
+    SetWindowPos(window_.get(), nullptr, 0, 0, outer.right - outer.left, ToPixels(twips, dpi_),
+                 SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+bool Form::IsMinimised() const
+{
+    return IsIconic(window_.get()) != FALSE;
+}
+
+Control* Form::ControlById(int id) const
+{
+    const int index = id - firstControlId;
+    return index >= 0 && index < static_cast<int>(controls_.size()) ? controls_[static_cast<std::size_t>(index)]
+                                                                    : nullptr;
+}
+
+Control* Form::ControlByName(const char* name) const
+{
+    if (name == nullptr) {
+        return nullptr;
+    }
+    const auto found = std::ranges::find(controls_, std::string_view(name),
+                                         [](const Control* control) { return std::string_view(control->Name()); });
+    return found != controls_.end() ? *found : nullptr;
+}
+
+Control* Form::ControlByWindow(WindowHandle window) const
+{
+    const auto found = std::ranges::find(controls_, window, [](const Control* control) { return control->window_; });
+    return found != controls_.end() ? *found : nullptr;
+}
+
+void Form::PressButton(const char* name)
+{
+    if (const Control* button = ControlByName(name); button != nullptr && button->Enabled()) {
+        button->Send(BM_CLICK);
+    }
+}

@@ -1,0 +1,299 @@
+#include "platform/FormWindow.h"
+
+#include "platform/Fonts.h"
+#include "platform/RuntimeError.h"
+#include "platform/UnhandledError.h"
+
+#include <commctrl.h>
+
+#include <algorithm>
+#include <array>
+
+namespace {
+
+/// The main window has a class of its own; a dialog is one of the system's dialogs. Both behave as dialogs towards the
+/// keyboard: Tab, Enter, Esc, and the focus comes back when the window does.
+constexpr const wchar_t* mainClass = L"Odomira";
+constexpr int iconResource = 1;
+
+constexpr DWORD mainStyle = WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN;
+constexpr DWORD dialogStyle = WS_POPUP | WS_CAPTION | WS_SYSMENU | DS_MODALFRAME;
+
+void RegisterMainClass()
+{
+    static const bool registered = [] {
+        WNDCLASSEXW wc{};
+        wc.cbSize = sizeof wc;
+        wc.style = CS_HREDRAW | CS_VREDRAW;
+        wc.lpfnWndProc = DefDlgProcW;
+        wc.cbWndExtra = DLGWINDOWEXTRA;
+        wc.hInstance = GetModuleHandleW(nullptr);
+        wc.hIcon = LoadIconW(wc.hInstance, MAKEINTRESOURCEW(iconResource));
+        wc.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+        wc.hbrBackground = reinterpret_cast<HBRUSH>(static_cast<INT_PTR>(COLOR_BTNFACE + 1));
+        wc.lpszClassName = mainClass;
+        return RegisterClassExW(&wc) != 0;
+    }();
+    if (!registered) {
+        throw RuntimeError(ErrorNumber::OutOfMemory);
+    }
+}
+
+/// A dialog template in memory: no controls, no menu, an empty title.
+class FrameTemplate {
+public:
+    explicit FrameTemplate(FormKind kind)
+    {
+        header_.style = kind == FormKind::Main ? mainStyle : dialogStyle;
+        header_.dwExtendedStyle = WS_EX_CONTROLPARENT;
+        auto* rest = texts_.data() + 1; // after the empty menu name
+        if (kind == FormKind::Main) {
+            rest = std::copy_n(mainClass, std::char_traits<wchar_t>::length(mainClass), rest);
+        }
+    }
+    const DLGTEMPLATE* Get() const noexcept { return &header_; }
+
+private:
+    DLGTEMPLATE header_{};
+    std::array<wchar_t, 32> texts_{}; ///< menu, class and title, directly behind the header
+    static_assert(sizeof(DLGTEMPLATE) % sizeof(wchar_t) == 0, "the texts must follow without a gap");
+};
+
+} // namespace
+
+/// Turns the system's messages into the events of forms and controls.
+struct FormProcedure {
+    static INT_PTR CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+
+    static INT_PTR Handle(Form& form, UINT message, WPARAM wParam, LPARAM lParam);
+    static void Command(Form& form, WPARAM wParam, LPARAM lParam);
+    static void MenuCommand(Form& form, unsigned id);
+    static void Notify(Form& form, LPARAM lParam);
+    static INT_PTR ColorOf(Form& form, HDC surface, HWND control);
+    static INT_PTR SetCursorOver(Form& form, HWND control);
+    static void Rescale(Form& form, int dpi, const RECT& place);
+    static void Close(Form& form);
+    static INT_PTR QueryEndSession(Form& form);
+    static void EndSession(Form& form, bool ending);
+    static INT_PTR Answer(Form& form, LONG_PTR result);
+};
+
+INT_PTR CALLBACK FormProcedure::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    if (message == WM_INITDIALOG) {
+        SetWindowLongPtrW(window, DWLP_USER, lParam);
+        return FALSE;
+    }
+    auto* form = reinterpret_cast<Form*>(GetWindowLongPtrW(window, DWLP_USER));
+    if (form == nullptr) {
+        return FALSE;
+    }
+    const auto keepAlive = form->weak_from_this().lock();
+    if (!keepAlive) {
+        return FALSE; // the form is past its life; only its window still is going
+    }
+    INT_PTR handled = FALSE;
+    Guarded([&] { handled = Handle(*form, message, wParam, lParam); });
+    return handled;
+}
+
+INT_PTR FormProcedure::Handle(Form& form, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    switch (message) {
+    case WM_COMMAND:
+        Command(form, wParam, lParam);
+        return TRUE;
+    case WM_NOTIFY:
+        Notify(form, lParam);
+        return FALSE;
+    case WM_VSCROLL:
+    case WM_HSCROLL:
+        if (Control* control = form.ControlByWindow(reinterpret_cast<HWND>(lParam))) {
+            control->Scrolled();
+        }
+        return TRUE;
+    case WM_SIZE:
+        if (!form.loading_ && form.IsLoaded()) {
+            form.Form_Resize();
+        }
+        return TRUE;
+    case WM_ACTIVATE:
+        if (LOWORD(wParam) != WA_INACTIVE && !form.loading_ && form.IsLoaded()) {
+            form.Form_Activate();
+        }
+        return FALSE; // the dialog's own handling gives the focus back to where it was
+    case WM_MOUSEMOVE:
+        form.Form_MouseMove();
+        return FALSE;
+    case WM_SETCURSOR:
+        return SetCursorOver(form, reinterpret_cast<HWND>(wParam));
+    case WM_CTLCOLOREDIT:
+    case WM_CTLCOLORSTATIC:
+        return ColorOf(form, reinterpret_cast<HDC>(wParam), reinterpret_cast<HWND>(lParam));
+    case WM_DPICHANGED:
+        Rescale(form, LOWORD(wParam), *reinterpret_cast<const RECT*>(lParam));
+        return TRUE;
+    case WM_CLOSE:
+        Close(form);
+        return TRUE;
+    case WM_QUERYENDSESSION:
+        return QueryEndSession(form);
+    case WM_ENDSESSION:
+        EndSession(form, wParam != 0);
+        return TRUE;
+    default:
+        return FALSE;
+    }
+}
+
+INT_PTR FormProcedure::Answer(Form& form, LONG_PTR result)
+{
+    SetWindowLongPtrW(form.Handle(), DWLP_MSGRESULT, result);
+    return TRUE;
+}
+
+void FormProcedure::Command(Form& form, WPARAM wParam, LPARAM lParam)
+{
+    const int id = LOWORD(wParam);
+    if (Control* control = form.ControlByWindow(reinterpret_cast<HWND>(lParam))) {
+        control->Command(HIWORD(wParam));
+    } else if (id == IDOK) {
+        form.PressButton(form.Layout().defaultButton);
+    } else if (id == IDCANCEL) {
+        form.PressButton(form.Layout().cancelButton);
+    } else if (lParam == 0) {
+        MenuCommand(form, static_cast<unsigned>(id));
+    }
+}
+
+void FormProcedure::MenuCommand(Form& form, unsigned id)
+{
+    const auto chosen = std::ranges::find_if(
+        form.menuItems_, [id](const MenuItem* item) { return item->menu_ != nullptr && item->id_ == id; });
+    if (chosen != form.menuItems_.end()) {
+        (*chosen)->Click();
+    }
+}
+
+void FormProcedure::Notify(Form& form, LPARAM lParam)
+{
+    const auto* header = reinterpret_cast<const NMHDR*>(lParam);
+    if (Control* control = form.ControlByWindow(header->hwndFrom)) {
+        control->Notify(header);
+    }
+}
+
+INT_PTR FormProcedure::ColorOf(Form& form, HDC surface, HWND window)
+{
+    const Control* control = form.ControlByWindow(window);
+    if (control == nullptr || control->backColor_ == SystemColor::Default) {
+        return FALSE;
+    }
+    const int color = control->backColor_ == SystemColor::WindowBackground ? COLOR_WINDOW : COLOR_BTNFACE;
+    SetTextColor(surface, GetSysColor(IsWindowEnabled(window) != FALSE ? COLOR_WINDOWTEXT : COLOR_GRAYTEXT));
+    SetBkColor(surface, GetSysColor(color));
+    return reinterpret_cast<INT_PTR>(GetSysColorBrush(color));
+}
+
+INT_PTR FormProcedure::SetCursorOver(Form& form, HWND window)
+{
+    const Control* control = form.ControlByWindow(window);
+    if (control == nullptr || control->Cursor() == nullptr) {
+        return FALSE;
+    }
+    SetCursor(control->Cursor());
+    return Answer(form, TRUE);
+}
+
+void FormProcedure::Rescale(Form& form, int dpi, const RECT& place)
+{
+    form.dpi_ = dpi;
+    FontOwner former = std::move(form.font_);
+    form.font_ = MakeFont({}, dpi);
+    form.ApplyScale();
+    SetWindowPos(form.Handle(), nullptr, place.left, place.top, place.right - place.left, place.bottom - place.top,
+                 SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void FormProcedure::Close(Form& form)
+{
+    // While a dialog or a message box is open over it, the form takes no input, and this is input.
+    if (IsWindowEnabled(form.Handle()) != FALSE) {
+        form.Unload(UnloadMode::ControlMenu);
+    }
+}
+
+INT_PTR FormProcedure::QueryEndSession(Form& form)
+{
+    // An error while saving counts as Cancel: the session stays, and so do the days that are not saved yet.
+    bool cancel = true;
+    Guarded([&] {
+        bool asked = false;
+        form.Form_QueryUnload(asked, UnloadMode::WindowsIsClosing);
+        cancel = asked;
+    });
+    return Answer(form, cancel ? FALSE : TRUE);
+}
+
+void FormProcedure::EndSession(Form& form, bool ending)
+{
+    if (ending) {
+        form.Unload(UnloadMode::WindowsIsClosing);
+    }
+}
+
+int CreateFormFrame(Form& form, HWND owner, WindowOwner& window)
+{
+    const FormKind kind = form.Layout().kind;
+    RegisterMainClass();
+    const FrameTemplate frame(kind);
+    window.reset(CreateDialogIndirectParamW(GetModuleHandleW(nullptr), frame.Get(),
+                                            kind == FormKind::Main ? nullptr : owner, FormProcedure::Procedure,
+                                            reinterpret_cast<LPARAM>(&form)));
+    if (!window) {
+        throw RuntimeError(ErrorFromWin32(GetLastError()));
+    }
+    return static_cast<int>(GetDpiForWindow(window.get()));
+}
+
+SIZE OuterSizeFor(HWND window, SIZE client, int dpi)
+{
+    RECT outer{0, 0, client.cx, client.cy};
+    AdjustWindowRectExForDpi(&outer, static_cast<DWORD>(GetWindowLongPtrW(window, GWL_STYLE)),
+                             GetMenu(window) != nullptr ? TRUE : FALSE,
+                             static_cast<DWORD>(GetWindowLongPtrW(window, GWL_EXSTYLE)), static_cast<UINT>(dpi));
+    return {outer.right - outer.left, outer.bottom - outer.top};
+}
+
+bool HandleNextMessage()
+{
+    MSG message{};
+    if (GetMessageW(&message, nullptr, 0, 0) <= 0) {
+        return false;
+    }
+    HWND root = GetAncestor(message.hwnd, GA_ROOT);
+    const auto forms = Form::OpenForms();
+    const bool ours = std::ranges::any_of(forms, [root](const auto& form) { return form->Handle() == root; });
+    if (!ours || IsDialogMessageW(root, &message) == FALSE) {
+        TranslateMessage(&message);
+        DispatchMessageW(&message);
+    }
+    return true;
+}
+
+void RunMessageLoop()
+{
+    while (!Form::OpenForms().empty() && HandleNextMessage()) {
+    }
+}
+
+void DoEvents()
+{
+    MSG message{};
+    while (PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE) != FALSE) {
+        if (!HandleNextMessage()) {
+            PostQuitMessage(0);
+            return;
+        }
+    }
+}

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "platform/Form.h"
+
+#include <windows.h>
+
+// The window side of a form, for the sources of this room: how its frame is made and how messages reach it.
+
+/// Makes the bare window of a form into window, without controls and hidden; returns the DPI that it is on.
+int CreateFormFrame(Form& form, HWND owner, WindowOwner& window);
+
+/// The outer size in pixels of a window whose client area has the given size.
+SIZE OuterSizeFor(HWND window, SIZE client, int dpi);
+
+/// Waits for one message and handles it, with the dialog keys of the form it is for. False: the program is to end.
+bool HandleNextMessage();

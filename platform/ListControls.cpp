@@ -1,0 +1,187 @@
+// List boxes and drop-down lists.
+
+#include "platform/Controls.h"
+
+#include "platform/RuntimeError.h"
+
+#include <windows.h>
+
+#include <algorithm>
+
+namespace {
+
+/// The text of an entry by the control's two messages for it.
+template <class SendTo>
+std::wstring EntryText(SendTo send, UINT lengthMessage, UINT textMessage, int index)
+{
+    const std::intptr_t length = index < 0 ? LB_ERR : send(lengthMessage, static_cast<WPARAM>(index), LPARAM{0});
+    if (length < 0) {
+        throw RuntimeError(ErrorNumber::SubscriptOutOfRange);
+    }
+    std::wstring text(static_cast<std::size_t>(length), L'\0');
+    send(textMessage, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(text.data()));
+    return text;
+}
+
+} // namespace
+
+Control::WindowKind ListBox::Kind() const
+{
+    // LBS_NOINTEGRALHEIGHT: the list takes the height that it is given, not a multiple of its lines.
+    return {L"LISTBOX", WS_TABSTOP | WS_VSCROLL | WS_HSCROLL | LBS_NOTIFY | LBS_NOINTEGRALHEIGHT | LBS_HASSTRINGS,
+            WS_EX_CLIENTEDGE};
+}
+
+void ListBox::AddItem(const std::wstring& line)
+{
+    if (Send(LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(line.c_str())) < 0) {
+        throw RuntimeError(ErrorNumber::OutOfMemory);
+    }
+    FitScrollRange(line);
+}
+
+void ListBox::FitScrollRange(const std::wstring& line)
+{
+    HDC surface = GetDC(Handle());
+    HGDIOBJ former = SelectObject(surface, reinterpret_cast<HGDIOBJ>(Send(WM_GETFONT)));
+    SIZE size{};
+    GetTextExtentPoint32W(surface, line.c_str(), static_cast<int>(line.size()), &size);
+    SelectObject(surface, former);
+    ReleaseDC(Handle(), surface);
+    constexpr int margin = 4;
+    widest_ = std::max(widest_, static_cast<int>(size.cx) + margin);
+    Send(LB_SETHORIZONTALEXTENT, static_cast<WPARAM>(widest_));
+}
+
+void ListBox::Clear()
+{
+    Send(LB_RESETCONTENT);
+    widest_ = 0;
+    Send(LB_SETHORIZONTALEXTENT, 0);
+}
+
+int ListBox::ListCount() const
+{
+    return static_cast<int>(Send(LB_GETCOUNT));
+}
+
+int ListBox::ListIndex() const
+{
+    return static_cast<int>(Send(LB_GETCURSEL));
+}
+
+void ListBox::SetListIndex(int index)
+{
+    if (index < -1 || index >= ListCount()) {
+        throw RuntimeError(ErrorNumber::InvalidProcedureCall);
+    }
+    Send(LB_SETCURSEL, static_cast<WPARAM>(index));
+    Click();
+}
+
+std::wstring ListBox::List(int index) const
+{
+    return EntryText([this](UINT message, WPARAM wParam, LPARAM lParam) { return Send(message, wParam, lParam); },
+                     LB_GETTEXTLEN, LB_GETTEXT, index);
+}
+
+void ListBox::Command(unsigned notification)
+{
+    if (notification == LBN_SELCHANGE) {
+        Click();
+    } else if (notification == LBN_DBLCLK) {
+        DblClick();
+    }
+}
+
+void ListBox::Message(unsigned message, std::uintptr_t, std::intptr_t lParam)
+{
+    // The system reports a double click on a line only; one on the empty area counts just as much.
+    if (message == WM_LBUTTONDBLCLK && HIWORD(Send(LB_ITEMFROMPOINT, 0, lParam)) != 0) {
+        DblClick();
+    }
+}
+
+void ListBox::Scaled()
+{
+    widest_ = 0;
+    Send(LB_SETHORIZONTALEXTENT, 0);
+    HDC surface = GetDC(Handle());
+    HGDIOBJ former = SelectObject(surface, reinterpret_cast<HGDIOBJ>(Send(WM_GETFONT)));
+    TEXTMETRICW metrics{};
+    GetTextMetricsW(surface, &metrics);
+    SelectObject(surface, former);
+    ReleaseDC(Handle(), surface);
+    Send(LB_SETITEMHEIGHT, 0, metrics.tmHeight);
+    for (int index = 0; index < ListCount(); ++index) {
+        FitScrollRange(List(index));
+    }
+}
+
+Control::WindowKind ComboBox::Kind() const
+{
+    return {L"COMBOBOX", WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWNLIST | CBS_HASSTRINGS};
+}
+
+void ComboBox::AddItem(const std::wstring& entry)
+{
+    if (Send(CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(entry.c_str())) < 0) {
+        throw RuntimeError(ErrorNumber::OutOfMemory);
+    }
+}
+
+void ComboBox::Clear()
+{
+    Send(CB_RESETCONTENT);
+}
+
+int ComboBox::ListCount() const
+{
+    return static_cast<int>(Send(CB_GETCOUNT));
+}
+
+int ComboBox::ListIndex() const
+{
+    return static_cast<int>(Send(CB_GETCURSEL));
+}
+
+void ComboBox::SetListIndex(int index)
+{
+    if (index < -1 || index >= ListCount()) {
+        throw RuntimeError(ErrorNumber::InvalidProcedureCall);
+    }
+    Send(CB_SETCURSEL, static_cast<WPARAM>(index));
+    if (index >= 0) {
+        Click();
+    }
+}
+
+std::wstring ComboBox::List(int index) const
+{
+    return EntryText([this](UINT message, WPARAM wParam, LPARAM lParam) { return Send(message, wParam, lParam); },
+                     CB_GETLBTEXTLEN, CB_GETLBTEXT, index);
+}
+
+std::wstring ComboBox::Text() const
+{
+    return ListIndex() < 0 ? std::wstring() : List(ListIndex());
+}
+
+void ComboBox::Command(unsigned notification)
+{
+    if (notification == CBN_SELCHANGE) {
+        Click();
+    }
+}
+
+void ComboBox::Scaled()
+{
+    // The closed box gets the height of its place on the form; the list drops down to show all its entries.
+    constexpr int borders = 6;
+    constexpr int entriesShown = 12;
+    Send(CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), Pixels(Height()) - borders);
+    const auto entryHeight = static_cast<int>(Send(CB_GETITEMHEIGHT, 0));
+    const auto width = Pixels(Left() + Width()) - Pixels(Left());
+    SetWindowPos(Handle(), nullptr, 0, 0, width, Pixels(Height()) + entriesShown * entryHeight + 2,
+                 SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+}

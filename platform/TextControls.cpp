@@ -1,0 +1,55 @@
+// Labels and text boxes.
+
+#include "platform/Controls.h"
+
+#include <windows.h>
+
+Control::WindowKind Label::Kind() const
+{
+    // SS_NOTIFY: the mouse over a label is not the mouse over the form behind it.
+    return {L"STATIC", SS_LEFT | SS_NOPREFIX | SS_NOTIFY};
+}
+
+void Label::SetMouseIcon(int resource)
+{
+    cursor_ = static_cast<HICON>(LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(resource), IMAGE_CURSOR, 0, 0,
+                                            LR_DEFAULTSIZE | LR_SHARED));
+}
+
+void Label::Command(unsigned notification)
+{
+    if (notification == STN_CLICKED) {
+        Click();
+    }
+}
+
+void Label::Message(unsigned message, std::uintptr_t, std::intptr_t)
+{
+    if (message == WM_MOUSEMOVE) {
+        MouseMove();
+    }
+}
+
+Control::WindowKind TextBox::Kind() const
+{
+    return {L"EDIT", WS_TABSTOP | ES_AUTOHSCROLL, WS_EX_CLIENTEDGE};
+}
+
+void TextBox::SetLocked(bool locked)
+{
+    Send(EM_SETREADONLY, locked ? TRUE : FALSE);
+}
+
+void TextBox::Command(unsigned notification)
+{
+    if (notification == EN_SETFOCUS) {
+        GotFocus();
+    }
+}
+
+void TextBox::Message(unsigned message, std::uintptr_t, std::intptr_t)
+{
+    if (message == WM_CHAR) {
+        KeyPress();
+    }
+}
