@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
+#include <map>
 #include <regex>
 #include <sstream>
 #include <stdexcept>
@@ -91,23 +92,20 @@ std::wstring FromUtf8(const std::string& bytes)
 /// The character of an attribute value; only what the reports contain is known by name.
 std::wstring Unescaped(const std::string& value)
 {
-    if (value.starts_with("&#x")) {
-        return {static_cast<wchar_t>(std::stoul(value.substr(3), nullptr, 16))};
+    static const std::map<std::string, std::wstring> named{
+        {"&apos;", L"'"}, {"&quot;", L"\""}, {"&amp;", L"&"}, {"&lt;", L"<"}, {"&gt;", L">"}};
+    if (const auto found = named.find(value); found != named.end()) {
+        return found->second;
     }
-    if (value == "\u00AD") {
-        return L"-"; // the type has one shape for the hyphen and the soft hyphen, and the PDF names the latter
-    }
-    if (value == "&apos;") {
-        return L"'";
-    }
-    return value == "&quot;"  ? L"\""
-           : value == "&amp;" ? L"&"
-           : value == "&lt;"  ? L"<"
-           : value == "&gt;"  ? L">"
-                              : FromUtf8(value);
+    const std::wstring text = value.starts_with("&#x")
+                                  ? std::wstring{static_cast<wchar_t>(std::stoul(value.substr(3), nullptr, 16))}
+                                  : FromUtf8(value);
+    // The type has one shape for the hyphen and the soft hyphen, and the PDF names the latter.
+    return text == L"\u00AD" ? L"-" : text;
 }
 
-/// Puts the characters of one run of equal type together to words: a gap of a quarter of a blank separates two.
+/// Puts the characters of one run of equal type together to words: a gap wider than a twentieth of the type separates
+/// two.
 void AddWords(std::vector<PrintedWord>& words, const std::vector<Character>& run, const PrintedWord& like)
 {
     const double gap = like.points;
