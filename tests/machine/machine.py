@@ -191,6 +191,8 @@ class Display:
             if not number:
                 raise MachineError("Xvfb does not start: see " + log.name)
             self.name = ":" + number
+            # A keyboard with a key for every letter of both languages; those it lacks would lose their capitals.
+            subprocess.run(["setxkbmap", "-display", self.name, "se"], env=env, check=True)
             ready = os.path.join(folder, "window-manager-ready")
             with contextlib.suppress(FileNotFoundError):
                 os.unlink(ready)
@@ -222,20 +224,23 @@ class Display:
             return self.xdotool("getactivewindow")
         return wait_until(active, seconds, "window of the program")
 
-    def picture(self, path, window=None):
-        """Writes the screen, or one X window with its frame, as a PNG, as soon as nothing moves on it any more."""
-        os.makedirs(os.path.dirname(os.path.abspath(path)), exist_ok=True)
-        what = ["-frame", "-window", str(window)] if window else ["-window", "root"]
+    def wait_still(self):
+        """Until two looks in a row show the same screen; a blinking caret ends the wait after some seconds."""
         before = None
-        for _ in range(20):
-            subprocess.run(["import", "-display", self.name, *what, "+repage", "-define", "png:exclude-chunks=date,time",
-                            path], check=True)
-            with open(path, "rb") as file:
-                now = file.read()
+        for _ in range(12):
+            now = subprocess.run(["import", "-display", self.name, "-window", "root", "rgb:-"], capture_output=True,
+                                 check=True).stdout
             if now == before:
                 return
             before = now
-            time.sleep(0.25)
+            time.sleep(0.2)
+
+    def picture(self, path, window=None):
+        """Writes the screen, or one X window with its frame, as a PNG."""
+        os.makedirs(os.path.dirname(os.path.abspath(path)), exist_ok=True)
+        what = ["-frame", "-window", str(window)] if window else ["-window", "root"]
+        self.wait_still()
+        subprocess.run(["import", "-display", self.name, *what, "+repage", path], check=True)
 
 
 class Machine:
