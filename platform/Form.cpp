@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <string_view>
+#include <utility>
 
 namespace {
 
@@ -163,16 +164,17 @@ void Form::Show()
     FocusFirst();
 }
 
-void Form::ShowModal(Form& owner)
+void Form::ShowModal()
 {
     const auto keepAlive = shared_from_this();
-    const auto ownerKept = owner.shared_from_this();
     Load();
-    owner_ = &owner;
+    owner_ = Loaded().front() != keepAlive ? Loaded().front() : nullptr;
     focusToReturnTo_ = GetFocus();
-    const RECT outer = OuterRect(window_.get());
-    CentreOver(window_.get(), OuterRect(owner.Handle()), outer.right - outer.left, outer.bottom - outer.top);
-    EnableWindow(owner.Handle(), FALSE);
+    if (owner_) {
+        const RECT outer = OuterRect(window_.get());
+        CentreOver(window_.get(), OuterRect(owner_->Handle()), outer.right - outer.left, outer.bottom - outer.top);
+        EnableWindow(owner_->Handle(), FALSE);
+    }
     modal_ = true;
     Form_Resize();
     ShowWindow(window_.get(), SW_SHOWNORMAL);
@@ -194,12 +196,9 @@ void Form::RunModalLoop()
 
 void Form::EndModal()
 {
-    if (!modal_) {
-        return;
-    }
     modal_ = false;
     // The owner takes input again before this window goes, so that the activation returns to it.
-    if (owner_->IsLoaded()) {
+    if (owner_ && owner_->IsLoaded()) {
         EnableWindow(owner_->Handle(), TRUE);
     }
 }
@@ -209,13 +208,12 @@ void Form::Hide()
     if (!IsLoaded()) {
         return;
     }
-    const bool wasModal = modal_;
     EndModal();
     ShowWindow(window_.get(), SW_HIDE);
     UpdateModalOwner();
-    if (wasModal && owner_->IsLoaded()) {
-        SetActiveWindow(owner_->Handle());
-        ::SetFocus(IsChild(owner_->Handle(), focusToReturnTo_) != FALSE ? focusToReturnTo_ : owner_->Handle());
+    if (const auto owner = std::exchange(owner_, nullptr); owner && owner->IsLoaded()) {
+        SetActiveWindow(owner->Handle());
+        ::SetFocus(IsChild(owner->Handle(), focusToReturnTo_) != FALSE ? focusToReturnTo_ : owner->Handle());
     }
 }
 

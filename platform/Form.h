@@ -41,9 +41,9 @@ public:
 
     /// Loads if needed and shows; returns at once.
     void Show();
-    /// Loads if needed and shows the form over owner, which takes no input meanwhile; returns when the form is hidden
-    /// or unloaded.
-    void ShowModal(Form& owner);
+    /// Loads if needed and shows the form over the main window, which takes no input meanwhile; returns when the form is
+    /// hidden or unloaded.
+    void ShowModal();
     void Hide();
     /// Asks Form_QueryUnload, runs Form_Unload and ends the window. A form that is not loaded only loses its state.
     void Unload(UnloadMode mode = UnloadMode::FormCode);
@@ -119,7 +119,7 @@ private:
     int dpi_ = 96;
     bool loading_ = false;
     bool modal_ = false;
-    Form* owner_ = nullptr;
+    std::shared_ptr<Form> owner_; ///< the form that takes no input while this one is modal
     WindowHandle focusToReturnTo_ = nullptr;
     std::vector<Control*> controls_;
     std::vector<MenuItem*> menuItems_;

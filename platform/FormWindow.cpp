@@ -19,9 +19,14 @@ constexpr int iconResource = 1;
 constexpr DWORD mainStyle = WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN;
 constexpr DWORD dialogStyle = WS_POPUP | WS_CAPTION | WS_SYSMENU | DS_MODALFRAME;
 
-void RegisterMainClass()
+/// Once in the life of the program, before its first window.
+void PrepareWindows()
 {
-    static const bool registered = [] {
+    static const bool prepared = [] {
+        constexpr INITCOMMONCONTROLSEX used{sizeof(INITCOMMONCONTROLSEX), ICC_TREEVIEW_CLASSES | ICC_BAR_CLASSES |
+                                                                              ICC_TAB_CLASSES | ICC_UPDOWN_CLASS |
+                                                                              ICC_STANDARD_CLASSES};
+        InitCommonControlsEx(&used);
         WNDCLASSEXW wc{};
         wc.cbSize = sizeof wc;
         wc.style = CS_HREDRAW | CS_VREDRAW;
@@ -34,7 +39,7 @@ void RegisterMainClass()
         wc.lpszClassName = mainClass;
         return RegisterClassExW(&wc) != 0;
     }();
-    if (!registered) {
+    if (!prepared) {
         throw RuntimeError(ErrorNumber::OutOfMemory);
     }
 }
@@ -245,7 +250,7 @@ void FormProcedure::EndSession(Form& form, bool ending)
 int CreateFormFrame(Form& form, HWND owner, WindowOwner& window)
 {
     const FormKind kind = form.Layout().kind;
-    RegisterMainClass();
+    PrepareWindows();
     const FrameTemplate frame(kind);
     window.reset(CreateDialogIndirectParamW(GetModuleHandleW(nullptr), frame.Get(),
                                             kind == FormKind::Main ? nullptr : owner, FormProcedure::Procedure,

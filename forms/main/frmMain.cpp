@@ -1,0 +1,167 @@
+// The main window itself: how it opens, speaks, stretches and closes.
+
+#include "forms/main/frmMain.h"
+
+#include "app/Module1.h"
+#include "data/DataInterface.h"
+#include "forms/LocalText.h"
+#include "forms/entry/frmAdd.h"
+#include "forms/entry/frmEdit.h"
+#include "platform/Application.h"
+#include "platform/MsgBox.h"
+#include "settings/TextIds.h"
+
+#include <array>
+
+namespace {
+
+// Heights and widths that depend on the window's size are set by Form_Resize; the zeros wait for it.
+constexpr std::array rows{
+    LayoutRow{"Line3", {0, 0, 0, 15}},
+    LayoutRow{"Line4", {0, 15, 0, 15}},
+    LayoutRow{"TreeView1", {90, 90, 1740, 0}},
+    LayoutRow{"Label6", {1935, 75, 1095, 225}},
+    LayoutRow{"Label4", {3030, 75, 795, 225}},
+    LayoutRow{"Label5", {3855, 75, 0, 225}},
+    LayoutRow{"List1", {1920, 300, 0, 0}},
+    LayoutRow{"Label1", {1920, 0, 0, 225}},
+    LayoutRow{"addButton", {1920, 0, 1080, 330}},
+    LayoutRow{"editButton", {3075, 0, 1080, 330}},
+    LayoutRow{"deleteButton", {4230, 0, 1080, 330}},
+    LayoutRow{"sbStatusBar", {0, 0, 0, 0}},
+};
+
+constexpr std::array menu{
+    MenuRow{"mnuFile", nullptr},        MenuRow{"mnuRevert", "mnuFile"},    MenuRow{"mnuFileSaveAll", "mnuFile"},
+    MenuRow{"mnuFileBar4", "mnuFile"},  MenuRow{"mnuFilePrint", "mnuFile"}, MenuRow{"mnuFileBar1", "mnuFile"},
+    MenuRow{"mnuFileExit", "mnuFile"},  MenuRow{"mnuEdit", nullptr},        MenuRow{"mnuSettings", "mnuEdit"},
+    MenuRow{"mnuUserInfo", "mnuEdit"},  MenuRow{"mnuHelp", nullptr},        MenuRow{"mnuWeb", "mnuHelp"},
+    MenuRow{"mnuTavWeb", "mnuWeb"},     MenuRow{"mnuOther", "mnuWeb"},      MenuRow{"mnuHelpBar1", "mnuHelp"},
+    MenuRow{"mnuHelpAbout", "mnuHelp"},
+};
+
+constexpr FormLayout layout{
+    .kind = FormKind::Main,
+    .width = 10800,
+    .height = 7500,
+    .rows = rows,
+    .menu = menu,
+    .firstFocus = "TreeView1",
+};
+
+constexpr int smallestWidth = 5700;
+constexpr int smallestHeight = 4000;
+
+} // namespace
+
+const FormLayout& frmMain::Layout() const
+{
+    return layout;
+}
+
+void frmMain::Wire()
+{
+    On(TreeView1.NodeClick, &frmMain::TreeView1_NodeClick);
+    On(List1.Click, &frmMain::List1_Click);
+    On(List1.DblClick, &frmMain::List1_DblClick);
+    On(addButton.Click, &frmMain::addButton_Click);
+    On(editButton.Click, &frmMain::editButton_Click);
+    On(deleteButton.Click, &frmMain::deleteButton_Click);
+    On(mnuRevert.Click, &frmMain::mnuRevert_Click);
+    On(mnuFileSaveAll.Click, &frmMain::mnuFileSaveAll_Click);
+    On(mnuFileExit.Click, &frmMain::mnuFileExit_Click);
+    On(mnuTavWeb.Click, &frmMain::mnuTavWeb_Click);
+    On(mnuOther.Click, &frmMain::mnuOther_Click);
+}
+
+void frmMain::Form_Load()
+{
+    SetCaption(ApplicationTitle());
+    mnuTavWeb.SetCaption(ProductName());
+    List1.SetFont({.face = L"Courier New", .points = 9});
+    ApplyLanguage();
+    Label1.SetCaption(L"");
+    RebuildJournalTree();
+    EnableDayCommands(false);
+    EnableUnsavedCommands(false);
+}
+
+void frmMain::ApplyLanguage()
+{
+    mnuFile.SetCaption(LocalText(text::main::file));
+    mnuEdit.SetCaption(LocalText(text::main::edit));
+    mnuHelp.SetCaption(LocalText(text::main::help));
+    mnuRevert.SetCaption(LocalText(text::main::revert));
+    mnuFileSaveAll.SetCaption(LocalText(text::main::save));
+    mnuFilePrint.SetCaption(LocalText(text::main::print));
+    mnuFileExit.SetCaption(LocalText(text::main::exit));
+    mnuSettings.SetCaption(LocalText(text::main::settings));
+    mnuUserInfo.SetCaption(LocalText(text::main::employeeInformation));
+    mnuWeb.SetCaption(LocalText(text::main::onTheWeb));
+    mnuOther.SetCaption(LocalText(text::main::otherPrograms));
+    mnuHelpAbout.SetCaption(LocalText(text::main::about) + L" " + ProductName() + L"...");
+    Label6.SetCaption(LocalText(text::main::date));
+    Label4.SetCaption(Module1::distanceUnit);
+    Label5.SetCaption(LocalText(text::main::route));
+    deleteButton.SetCaption(LocalText(text::main::deleteDay));
+    editButton.SetCaption(LocalText(text::main::editDay));
+    addButton.SetCaption(LocalText(text::main::addDay));
+}
+
+void frmMain::Form_Resize()
+{
+    if (IsMinimised()) {
+        return;
+    }
+    // The window may be dragged smaller, and is put back to its smallest size here.
+    if (Width() < smallestWidth) {
+        SetWidth(smallestWidth);
+    }
+    if (Height() < smallestHeight) {
+        SetHeight(smallestHeight);
+    }
+    const int width = Width();
+    const int height = Height();
+    List1.SetHeight(height - 1915 - 240);
+    TreeView1.SetHeight(List1.Height() + 480);
+    Label1.SetTop(List1.Top() + List1.Height());
+    deleteButton.SetTop(List1.Top() + List1.Height() + 300);
+    editButton.SetTop(deleteButton.Top());
+    addButton.SetTop(deleteButton.Top());
+    List1.SetWidth(width - 2255);
+    Label1.SetWidth(List1.Width());
+    Label5.SetWidth(List1.Width() - 1920);
+    Line3.SetX2(width + 200);
+    Line4.SetX2(width + 200);
+    sbStatusBar.FollowForm();
+}
+
+void frmMain::Form_QueryUnload(bool& cancel, UnloadMode /*mode*/)
+{
+    if (!DataInterface::IsJournalChanged()) {
+        return;
+    }
+    switch (MsgBox(LocalText(text::main::saveLastChanges), MsgBoxButtons::YesNoCancel, MsgBoxIcon::Critical, 3)) {
+    case MsgBoxResult::Yes:
+        // A save that fails ends this here with its error: the window stays open with everything still in memory.
+        mnuFileSaveAll_Click();
+        break;
+    case MsgBoxResult::No:
+        DataInterface::ClearJournalChanged();
+        break;
+    default:
+        cancel = true;
+        break;
+    }
+}
+
+void frmMain::Form_Unload()
+{
+    UnloadThe<frmAdd>();
+    UnloadThe<frmEdit>();
+    // Whatever else is open; the first form is this one, which goes when this handler is done.
+    const auto open = OpenForms();
+    for (std::size_t index = open.size(); index-- > 1;) {
+        open[index]->Unload();
+    }
+}
