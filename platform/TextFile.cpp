@@ -54,6 +54,11 @@ SlotFile& RequireOpen(int slot, Mode mode)
 
 OwnedHandle OpenPath(const std::wstring& path, DWORD access, DWORD sharing, DWORD disposition)
 {
+    // An account with enough rights could write over the mark; the user who set it means it.
+    const DWORD attributes = access == GENERIC_WRITE ? GetFileAttributesW(path.c_str()) : INVALID_FILE_ATTRIBUTES;
+    if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0) {
+        throw RuntimeError(ErrorNumber::PathFileAccessError);
+    }
     OwnedHandle handle(
         CreateFileW(path.c_str(), access, sharing, nullptr, disposition, FILE_ATTRIBUTE_NORMAL, nullptr));
     if (!handle) {

@@ -1,0 +1,28 @@
+#include "tests/support/ChildProcess.h"
+
+#include "platform/ModulePath.h"
+#include "platform/OwnedHandle.h"
+
+#include <gtest/gtest.h>
+
+#include <windows.h>
+
+int RunInChildProcess(const std::wstring& fullTestName)
+{
+    std::wstring command = L'"' + ModulePath() + L"\" --gtest_also_run_disabled_tests --gtest_filter=" + fullTestName;
+    STARTUPINFOW startup{};
+    startup.cb = sizeof startup;
+    PROCESS_INFORMATION started{};
+    const BOOL running =
+        CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &started);
+    if (running == 0) {
+        ADD_FAILURE() << "CreateProcess: error " << GetLastError();
+        return -1;
+    }
+    const OwnedHandle process(started.hProcess);
+    const OwnedHandle thread(started.hThread);
+    DWORD exitCode = 0;
+    WaitForSingleObject(process.Get(), INFINITE);
+    GetExitCodeProcess(process.Get(), &exitCode);
+    return static_cast<int>(exitCode);
+}
