@@ -120,11 +120,16 @@ std::wstring ClassOf(HWND window)
     return name.data();
 }
 
-std::wstring ProgramOf(HWND window)
+DWORD ProcessOf(HWND window)
 {
     DWORD id = 0;
     GetWindowThreadProcessId(window, &id);
-    HANDLE process = OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, id);
+    return id;
+}
+
+std::wstring ProgramOf(HWND window)
+{
+    HANDLE process = OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, ProcessOf(window));
     std::array<wchar_t, MAX_PATH> path{};
     auto size = static_cast<DWORD>(path.size());
     QueryFullProcessImageNameW(process, 0, path.data(), &size);
@@ -274,11 +279,9 @@ std::string Number(const Words& words)
 class Neighbour {
 public:
     Neighbour(HWND window, std::size_t size)
+        : process_(OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_READ | PROCESS_VM_WRITE, FALSE, ProcessOf(window))),
+          memory_(VirtualAllocEx(process_, nullptr, size, MEM_COMMIT, PAGE_READWRITE))
     {
-        DWORD id = 0;
-        GetWindowThreadProcessId(window, &id);
-        process_ = OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_READ | PROCESS_VM_WRITE, FALSE, id);
-        memory_ = VirtualAllocEx(process_, nullptr, size, MEM_COMMIT, PAGE_READWRITE);
     }
     Neighbour(const Neighbour&) = delete;
     Neighbour& operator=(const Neighbour&) = delete;
@@ -305,8 +308,8 @@ public:
     }
 
 private:
-    HANDLE process_ = nullptr;
-    void* memory_ = nullptr;
+    HANDLE process_;
+    void* memory_;
 };
 
 constexpr std::size_t nodeTextLength = 260;
