@@ -19,15 +19,15 @@ namespace {
 constexpr std::array rows{
     LayoutRow{"Line3", {0, 0, 0, 15}},
     LayoutRow{"Line4", {0, 15, 0, 15}},
-    LayoutRow{"TreeView1", {90, 90, 1740, 0}},
-    LayoutRow{"Label6", {1935, 75, 1095, 225}},
-    LayoutRow{"Label4", {3030, 75, 795, 225}},
-    LayoutRow{"Label5", {3855, 75, 0, 225}},
-    LayoutRow{"List1", {1920, 300, 0, 0}},
+    LayoutRow{"TreeView1", {90, 75, 1740, 0}},
+    LayoutRow{"Label6", {1935, 60, 1095, 225}},
+    LayoutRow{"Label4", {3030, 60, 795, 225}},
+    LayoutRow{"Label5", {3855, 60, 0, 225}},
+    LayoutRow{"List1", {1920, 285, 0, 0}},
     LayoutRow{"Label1", {1920, 0, 0, 225}},
-    LayoutRow{"addButton", {1920, 0, 1080, 330}},
-    LayoutRow{"editButton", {3075, 0, 1080, 330}},
-    LayoutRow{"deleteButton", {4230, 0, 1080, 330}},
+    LayoutRow{"addButton", {1920, 0, 1080, 315}},
+    LayoutRow{"editButton", {3075, 0, 1080, 315}},
+    LayoutRow{"deleteButton", {4230, 0, 1080, 315}},
     LayoutRow{"sbStatusBar", {0, 0, 0, 0}},
 };
 
