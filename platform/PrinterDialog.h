@@ -10,7 +10,10 @@ struct PrinterChoice {
     std::int16_t copies = 1; ///< how many the user wants, at least 1
 };
 
-/// Shows the system's printer dialog over the form in use and waits for the answer. The system's default printer stays
-/// as it is. Throws RuntimeError Cancel when the user cancels or there is no printer, PrinterError when the dialog
-/// fails.
-PrinterChoice ShowPrinterDialog();
+/// The system's dialog for choosing a printer.
+class PrinterDialog {
+public:
+    /// Shows the dialog over the form in use and waits for the answer. The system's default printer stays as it is.
+    /// Throws RuntimeError Cancel when the user cancels or there is no printer, PrinterError when the dialog fails.
+    PrinterChoice ShowPrinter() const;
+};

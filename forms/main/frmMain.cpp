@@ -7,6 +7,7 @@
 #include "forms/LocalText.h"
 #include "forms/entry/frmAdd.h"
 #include "forms/entry/frmEdit.h"
+#include "forms/print/frmInterval.h"
 #include "platform/Application.h"
 #include "platform/MsgBox.h"
 #include "settings/TextIds.h"
@@ -69,6 +70,7 @@ void frmMain::Wire()
     On(deleteButton.Click, &frmMain::deleteButton_Click);
     On(mnuRevert.Click, &frmMain::mnuRevert_Click);
     On(mnuFileSaveAll.Click, &frmMain::mnuFileSaveAll_Click);
+    On(mnuFilePrint.Click, &frmMain::mnuFilePrint_Click);
     On(mnuFileExit.Click, &frmMain::mnuFileExit_Click);
     On(mnuTavWeb.Click, &frmMain::mnuTavWeb_Click);
     On(mnuOther.Click, &frmMain::mnuOther_Click);
@@ -159,6 +161,7 @@ void frmMain::Form_Unload()
 {
     UnloadThe<frmAdd>();
     UnloadThe<frmEdit>();
+    UnloadThe<frmInterval>();
     // Whatever else is open; the first form is this one, which goes when this handler is done.
     const auto open = OpenForms();
     for (std::size_t index = open.size(); index-- > 1;) {

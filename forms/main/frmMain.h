@@ -64,6 +64,7 @@ protected:
     void deleteButton_Click();
     void mnuRevert_Click();
     void mnuFileSaveAll_Click();
+    void mnuFilePrint_Click();
     void mnuFileExit_Click();
     void mnuTavWeb_Click();
     void mnuOther_Click();

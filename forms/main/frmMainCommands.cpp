@@ -8,6 +8,7 @@
 #include "forms/entry/frmEdit.h"
 #include "forms/main/DayLine.h"
 #include "forms/main/frmMain.h"
+#include "forms/print/frmInterval.h"
 #include "platform/MsgBox.h"
 #include "platform/Shell.h"
 #include "settings/TextIds.h"
@@ -113,6 +114,11 @@ void frmMain::mnuFileSaveAll_Click()
 {
     DataInterface::SaveJournal();
     EnableUnsavedCommands(false);
+}
+
+void frmMain::mnuFilePrint_Click()
+{
+    The<frmInterval>()->ShowModal();
 }
 
 void frmMain::mnuFileExit_Click()

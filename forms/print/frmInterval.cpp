@@ -1,0 +1,196 @@
+#include "forms/print/frmInterval.h"
+
+#include "forms/LocalText.h"
+#include "forms/print/DefaultInterval.h"
+#include "platform/CheckedArithmetic.h"
+#include "platform/Clock.h"
+#include "platform/Conversions.h"
+#include "platform/MsgBox.h"
+#include "platform/RuntimeError.h"
+#include "platform/WaitCursor.h"
+#include "settings/TextIds.h"
+#include "settings/registerModule.h"
+
+#include <algorithm>
+
+using registerModule::GetRegistryValue;
+using registerModule::SaveRegistryValue;
+
+namespace {
+
+// The two dates, as members of the control arrays.
+constexpr std::size_t from = 0;
+constexpr std::size_t to = 1;
+
+constexpr std::array rows{
+    LayoutRow{"Frame1", {165, 120, 5295, 1215}},        LayoutRow{"Label1(0)", {330, 420, 1140, 225}},
+    LayoutRow{"Text1(0)", {330, 690, 840, 345}},        LayoutRow{"UpDown1(0)", {1170, 690, 240, 345}},
+    LayoutRow{"Label1(1)", {1575, 420, 2400, 225}},     LayoutRow{"Combo1(0)", {1575, 690, 2400, 345}},
+    LayoutRow{"Label1(2)", {4140, 420, 1155, 225}},     LayoutRow{"Combo3(0)", {4140, 690, 1155, 345}},
+    LayoutRow{"Frame2", {165, 1455, 5295, 1215}},       LayoutRow{"Label1(5)", {330, 1755, 1140, 225}},
+    LayoutRow{"Text1(1)", {330, 2025, 840, 345}},       LayoutRow{"UpDown1(1)", {1170, 2025, 240, 345}},
+    LayoutRow{"Label1(4)", {1575, 1755, 2400, 225}},    LayoutRow{"Combo1(1)", {1575, 2025, 2400, 345}},
+    LayoutRow{"Label1(3)", {4140, 1755, 1155, 225}},    LayoutRow{"Combo3(1)", {4140, 2025, 1155, 345}},
+    LayoutRow{"Frame3", {165, 2790, 5295, 1245}},       LayoutRow{"Option1(0)", {330, 3105, 240, 255}},
+    LayoutRow{"Option1(1)", {330, 3540, 240, 255}},     LayoutRow{"Label2", {645, 3120, 4650, 225}},
+    LayoutRow{"Text2", {645, 3495, 4650, 345}},         LayoutRow{"addButton", {3000, 4200, 1170, 345}},
+    LayoutRow{"cancelButton", {4290, 4200, 1170, 345}},
+};
+
+constexpr FormLayout layout{
+    .kind = FormKind::Dialog,
+    .width = 5625,
+    .height = 4710,
+    .rows = rows,
+    .defaultButton = "addButton",
+    .cancelButton = "cancelButton",
+    .firstFocus = "Text1(0)",
+};
+
+} // namespace
+
+const FormLayout& frmInterval::Layout() const
+{
+    return layout;
+}
+
+void frmInterval::Wire()
+{
+    for (const std::size_t index : {from, to}) {
+        On(UpDown1[index].Change, &frmInterval::UpDown1_Change, index);
+        On(Combo1[index].Click, &frmInterval::Combo1_Click, index);
+        On(Combo3[index].Click, &frmInterval::Combo3_Click);
+    }
+    On(Text2.KeyPress, &frmInterval::Text2_KeyPress);
+    On(addButton.Click, &frmInterval::addButton_Click);
+    On(cancelButton.Click, &frmInterval::cancelButton_Click);
+}
+
+void frmInterval::Form_Load()
+{
+    ApplyLanguage();
+    for (DateControls& date : dates_) {
+        date.Prepare();
+    }
+    const CalendarDay today = Clock::Today();
+    ShowDate(to, today);
+    ShowDate(from, DefaultFromDate(today));
+    Text2.SetText(GetRegistryValue(L"Print", L"Heading", L""));
+    Label2.SetCaption(GetIntervalText());
+    // Written as "True" by this program; any other spelling is somebody else's and chooses the user's own heading.
+    const bool useDefault = GetRegistryValue(L"Print", L"UseDefaultHeading", L"True") == L"True";
+    Option1[useDefault ? 0 : 1].SetValue(true);
+}
+
+void frmInterval::UpDown1_Change(std::size_t index)
+{
+    dates_[index].SpinChanged();
+    Label2.SetCaption(GetIntervalText());
+}
+
+void frmInterval::Combo1_Click(std::size_t index)
+{
+    dates_[index].MonthClicked();
+    Label2.SetCaption(GetIntervalText());
+}
+
+void frmInterval::Combo3_Click()
+{
+    Label2.SetCaption(GetIntervalText());
+}
+
+void frmInterval::Text2_KeyPress()
+{
+    headingWasTyped_ = true;
+}
+
+void frmInterval::addButton_Click()
+{
+    if (ComparableDate(from) > ComparableDate(to)) {
+        MsgBoxTitled(LocalText(text::print::canNotPrintRange) + L"\r\n" + LocalText(text::print::fromDateIsPastToDate),
+                     L"");
+        return;
+    }
+    SaveRegistryValue(L"Print", L"Heading", Text2.Text());
+    SaveRegistryValue(L"Print", L"UseDefaultHeading", Option1[0].Value());
+    try {
+        PrintCopies();
+        Unload();
+    } catch (const RuntimeError&) {
+        // Cancelled, or the printer failed: the dialog stays open as it is, and no half report is printed.
+        printer_.reset();
+    }
+}
+
+void frmInterval::cancelButton_Click()
+{
+    Unload();
+}
+
+/// Asks for a printer and prints each copy as a document of its own.
+void frmInterval::PrintCopies()
+{
+    const PrinterChoice choice = CommonDialog1.ShowPrinter();
+    const WaitCursor busy;
+    for (int copy = 1; copy <= choice.copies; ++copy) {
+        SelectPrinter(Printer(OpenPrintJob(choice.device, LocalText(text::print::journalTitle))));
+        PrintJournal();
+    }
+    printer_.reset();
+}
+
+void frmInterval::ApplyLanguage()
+{
+    SetCaption(LocalText(text::print::caption));
+    Frame1.SetCaption(LocalText(text::print::asFrom));
+    Label1[1].SetCaption(LocalText(text::print::month));
+    Label1[2].SetCaption(LocalText(text::print::day));
+    Label1[0].SetCaption(LocalText(text::print::year));
+    Frame2.SetCaption(LocalText(text::print::upTo));
+    Label1[5].SetCaption(LocalText(text::print::year));
+    Label1[4].SetCaption(LocalText(text::print::month));
+    Label1[3].SetCaption(LocalText(text::print::day));
+    Frame3.SetCaption(LocalText(text::print::heading));
+    addButton.SetCaption(LocalText(text::print::print));
+    cancelButton.SetCaption(LocalText(text::print::cancel));
+}
+
+void frmInterval::ShowDate(std::size_t index, const CalendarDay& date)
+{
+    dates_[index].ShowYear(date.year);
+    dates_[index].ShowMonth(date.month);
+    Combo3[index].SetListIndex(date.day - 1);
+}
+
+/// Offers the days of the month. The chosen day stays chosen, as far as the month reaches.
+void frmInterval::FillDayList(std::size_t index, std::int16_t year, std::int16_t month)
+{
+    ComboBox& days = Combo3[index];
+    const int chosen = days.ListIndex();
+    const std::int16_t last = DaysInMonth(year, month);
+    days.Clear();
+    for (int day = 1; day <= last; ++day) {
+        days.AddItem(ToText(day));
+    }
+    if (chosen >= 0) {
+        days.SetListIndex(std::min(chosen, last - 1));
+    }
+}
+
+std::wstring frmInterval::GetIntervalText() const
+{
+    return DateText(from) + LocalText(text::print::to) + DateText(to);
+}
+
+std::wstring frmInterval::DateText(std::size_t index) const
+{
+    return Text1[index].Text() + L"-" + FormatNumber(Combo1[index].ListIndex() + 1, L"00") + L"-" +
+           FormatNumber(Combo3[index].ListIndex() + 1, L"00");
+}
+
+/// The date as a number that grows with time, such as 20030417.
+std::int32_t frmInterval::ComparableDate(std::size_t index) const
+{
+    const std::int32_t year = dates_[index].getYear();
+    return CheckedInt32(std::int64_t{year} * 10000 + dates_[index].getMonth() * 100 + Combo3[index].ListIndex() + 1);
+}

@@ -1,0 +1,72 @@
+#include "forms/print/DefaultInterval.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <ostream>
+
+using namespace std::chrono;
+
+namespace {
+
+CalendarDay AsCalendarDay(year_month_day date)
+{
+    return {static_cast<std::int16_t>(static_cast<int>(date.year())),
+            static_cast<std::int16_t>(static_cast<unsigned>(date.month())),
+            static_cast<std::int16_t>(static_cast<unsigned>(date.day()))};
+}
+
+/// The same rule told by the calendar: go back a month, then one day on; February and the other short months may make
+/// that a day of this month, which is then its first.
+CalendarDay Expected(year_month_day today)
+{
+    if (today.month() == January) {
+        return AsCalendarDay(today - months(1));
+    }
+    const year_month_day back = (today - months(1));
+    const year_month_day_last lastOfBack = back.year() / back.month() / last;
+    const sys_days start = back.ok() ? sys_days(back) + days(1) : sys_days(lastOfBack) + days(1);
+    const year_month_day date(start);
+    return AsCalendarDay(date);
+}
+
+} // namespace
+
+void PrintTo(const CalendarDay& date, std::ostream* out)
+{
+    *out << date.year << '-' << date.month << '-' << date.day;
+}
+
+TEST(DefaultInterval, BeginsAMonthBackOnEveryDayOfManyYears)
+{
+    for (const int first : {1999, 2003, 2004, 2005, 2096, 2100}) {
+        const sys_days end = year(first + 1) / January / 1;
+        for (sys_days today = year(first) / January / 1; today < end; today += days(1)) {
+            const CalendarDay day = AsCalendarDay(today);
+            ASSERT_EQ(DefaultFromDate(day), Expected(today)) << "on " << testing::PrintToString(day);
+        }
+    }
+}
+
+TEST(DefaultInterval, IsTheDayAfterTodaysNumberInThePreviousMonth)
+{
+    EXPECT_EQ(DefaultFromDate({2003, 11, 16}), (CalendarDay{2003, 10, 17}));
+    EXPECT_EQ(DefaultFromDate({2003, 5, 29}), (CalendarDay{2003, 4, 30}));
+    EXPECT_EQ(DefaultFromDate({2004, 3, 28}), (CalendarDay{2004, 2, 29}));
+}
+
+TEST(DefaultInterval, IsTheFirstOfThisMonthWhereThePreviousMonthIsTooShort)
+{
+    EXPECT_EQ(DefaultFromDate({2003, 3, 31}), (CalendarDay{2003, 3, 1}));
+    EXPECT_EQ(DefaultFromDate({2003, 5, 30}), (CalendarDay{2003, 5, 1}));
+    EXPECT_EQ(DefaultFromDate({2003, 3, 28}), (CalendarDay{2003, 3, 1}));
+    EXPECT_EQ(DefaultFromDate({2004, 3, 29}), (CalendarDay{2004, 3, 1}));
+    EXPECT_EQ(DefaultFromDate({2003, 8, 31}), (CalendarDay{2003, 8, 1}));
+}
+
+TEST(DefaultInterval, IsTheSameDayOfDecemberInJanuary)
+{
+    EXPECT_EQ(DefaultFromDate({2004, 1, 15}), (CalendarDay{2003, 12, 15}));
+    EXPECT_EQ(DefaultFromDate({2004, 1, 31}), (CalendarDay{2003, 12, 31}));
+    EXPECT_EQ(DefaultFromDate({2004, 1, 1}), (CalendarDay{2003, 12, 1}));
+}

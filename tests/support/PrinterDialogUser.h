@@ -1,0 +1,36 @@
+#pragma once
+
+#include <windows.h>
+
+#include <functional>
+#include <thread>
+
+/// The user of the system's printer dialog. The first one that the thread of this object's making opens is answered.
+class PrinterDialogUser {
+public:
+    /// Types the number of copies and presses OK.
+    static PrinterDialogUser WhoPrints(int copies);
+    static PrinterDialogUser WhoCancels();
+    /// Does something else while the dialog is open, then presses OK.
+    static PrinterDialogUser WhoPrintsAfter(std::function<void()> action);
+
+    /// Waits until the dialog was there and is gone.
+    ~PrinterDialogUser();
+    PrinterDialogUser(const PrinterDialogUser&) = delete;
+    PrinterDialogUser& operator=(const PrinterDialogUser&) = delete;
+
+    /// The window that the dialog belonged to; known once it is gone.
+    HWND DialogOwner() const noexcept { return owner_; }
+    /// Whether "Selection" could have been chosen.
+    bool CouldChooseSelection() const noexcept { return selection_; }
+
+private:
+    explicit PrinterDialogUser(std::function<void(HWND)> answer);
+    HWND WaitForDialog() const;
+
+    const DWORD watchedThread_ = GetCurrentThreadId();
+    std::function<void(HWND)> answer_;
+    HWND owner_ = nullptr;
+    bool selection_ = false;
+    std::thread thread_;
+};
