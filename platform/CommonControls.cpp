@@ -2,11 +2,13 @@
 
 #include "platform/Controls.h"
 
+#include "platform/FormWindow.h"
 #include "platform/RuntimeError.h"
 
 #include <windows.h>
 
 #include <commctrl.h>
+#include <uxtheme.h>
 #include <windowsx.h>
 
 #include <algorithm>
@@ -185,6 +187,48 @@ void TabStrip::Notify(const void* header)
     if (static_cast<const NMHDR*>(header)->code == static_cast<UINT>(TCN_SELCHANGE)) {
         Click();
     }
+}
+
+bool TabStrip::TurnPage(bool forward)
+{
+    const int count = static_cast<int>(design_.size());
+    const int chosen = (SelectedTab() - 1 + (forward ? 1 : count - 1)) % count;
+    Send(TCM_SETCURSEL, static_cast<WPARAM>(chosen));
+    Click();
+    if (IsWindowVisible(GetFocus()) == FALSE) {
+        FocusFirstInTabOrder(Owner().Handle());
+    }
+    return true;
+}
+
+namespace {
+
+/// What happens on a page is the form's matter.
+INT_PTR CALLBACK PageProcedure(HWND page, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    switch (message) {
+    case WM_COMMAND:
+    case WM_NOTIFY:
+    case WM_HSCROLL:
+    case WM_VSCROLL:
+        SendMessageW(GetParent(page), message, wParam, lParam);
+        return TRUE;
+    default:
+        return FALSE;
+    }
+}
+
+} // namespace
+
+Control::WindowKind TabPage::Kind() const
+{
+    return {WC_DIALOG, WS_CLIPSIBLINGS, WS_EX_CONTROLPARENT};
+}
+
+void TabPage::Created()
+{
+    SetWindowLongPtrW(Handle(), DWLP_DLGPROC, reinterpret_cast<LONG_PTR>(PageProcedure));
+    EnableThemeDialogTexture(Handle(), ETDT_ENABLETAB);
 }
 
 Control::WindowKind StatusBar::Kind() const

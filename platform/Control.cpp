@@ -78,7 +78,9 @@ void Control::Place()
     // Edges, not sizes, are rounded: controls that meet in twips meet in pixels.
     const int width = Pixels(place_.left + place_.width) - left;
     const int height = Pixels(place_.top + place_.height) - top;
-    SetWindowPos(Handle(), nullptr, left, top, width, height, SWP_NOZORDER | SWP_NOACTIVATE);
+    const int pageLeft = page_ != nullptr ? Pixels(page_->place_.left) : 0;
+    const int pageTop = page_ != nullptr ? Pixels(page_->place_.top) : 0;
+    SetWindowPos(Handle(), nullptr, left - pageLeft, top - pageTop, width, height, SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 void Control::SetFont(const ControlFont& font)
@@ -87,6 +89,12 @@ void Control::SetFont(const ControlFont& font)
     if (window_ != nullptr) {
         ApplyFont();
     }
+}
+
+void Control::SetForeColor(SystemColor color)
+{
+    foreColor_ = color;
+    InvalidateRect(Handle(), nullptr, TRUE);
 }
 
 void Control::SetBackColor(SystemColor color)
@@ -114,16 +122,18 @@ int Control::Pixels(int twips) const
     return ToPixels(twips, form_.Dpi());
 }
 
-void Control::Create(int id, const TwipsRect& place, bool startsGroup)
+void Control::Create(int id, const TwipsRect& place, Control* page, bool startsGroup)
 {
     const WindowKind kind = Kind();
     place_ = place;
+    page_ = page;
     visible_ = true;
+    foreColor_ = SystemColor::Default;
     backColor_ = SystemColor::Default;
-    window_ =
-        CreateWindowExW(kind.extendedStyle, kind.windowClass, L"",
-                        kind.style | WS_CHILD | WS_VISIBLE | (startsGroup ? static_cast<DWORD>(WS_GROUP) : 0U), 0, 0, 0,
-                        0, form_.Handle(), reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), nullptr, nullptr);
+    window_ = CreateWindowExW(kind.extendedStyle, kind.windowClass, L"",
+                              kind.style | WS_CHILD | WS_VISIBLE | (startsGroup ? static_cast<DWORD>(WS_GROUP) : 0U), 0,
+                              0, 0, 0, page != nullptr ? page->Handle() : form_.Handle(),
+                              reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), nullptr, nullptr);
     if (window_ == nullptr) {
         throw RuntimeError(ErrorFromWin32(GetLastError()));
     }

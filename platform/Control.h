@@ -18,7 +18,7 @@ struct ControlFont {
 };
 
 /// System colours that a control may be given; the system's settings (high contrast) decide what they look like.
-enum class SystemColor { Default, WindowBackground, ButtonFace };
+enum class SystemColor { Default, WindowBackground, ButtonFace, Link };
 
 /// A control on a form: a member of the form, known to the form's layout by its name. Its window exists while the form
 /// is loaded. Everything but Name() needs the loaded form and throws InvalidProcedureCall without it.
@@ -51,6 +51,7 @@ public:
 
     const ControlFont& Font() const noexcept { return font_; }
     void SetFont(const ControlFont& font);
+    void SetForeColor(SystemColor color);
     void SetBackColor(SystemColor color);
 
 protected:
@@ -79,6 +80,8 @@ protected:
     virtual void Scrolled() {}
     /// A message to the control's own window, seen before the control acts on it as the system makes it act.
     virtual void Message(unsigned /*message*/, std::uintptr_t /*wParam*/, std::intptr_t /*lParam*/) {}
+    /// The user asked for the next or the previous page (Ctrl+Tab, Ctrl+Shift+Tab). False: not this control's matter.
+    virtual bool TurnPage(bool /*forward*/) { return false; }
     /// The cursor over the control, or nothing for the usual one.
     virtual HICON__* Cursor() const { return nullptr; }
 
@@ -90,17 +93,19 @@ protected:
     int Pixels(int twips) const;
 
 private:
-    void Create(int id, const TwipsRect& place, bool startsGroup);
+    void Create(int id, const TwipsRect& place, Control* page, bool startsGroup);
     void Place();
     void ApplyFont();
     void Forget() noexcept;
 
     Form& form_;
     const char* name_;
+    Control* page_ = nullptr; ///< the control whose window holds this one's; none: the form itself
     WindowHandle window_ = nullptr;
     TwipsRect place_;
     bool visible_ = true;
     ControlFont font_;
     FontOwner ownFont_;
+    SystemColor foreColor_ = SystemColor::Default;
     SystemColor backColor_ = SystemColor::Default;
 };

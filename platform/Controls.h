@@ -13,8 +13,10 @@ public:
 
     std::wstring Caption() const { return OwnText(); }
     void SetCaption(const std::wstring& caption) { SetOwnText(caption); }
-    /// The cursor shown over the label: an id of the program's own cursor resources.
+    /// The cursor shown over the label: an id of the program's own cursor resources. Throws ResourceNotFound.
     void SetMouseIcon(int resource);
+    /// Makes the label no wider than its one line of text, so that the mouse is over the label only where it reads one.
+    void FitToText();
 
     Event<> Click;
     Event<> MouseMove;
@@ -23,10 +25,26 @@ protected:
     WindowKind Kind() const override;
     void Command(unsigned notification) override;
     void Message(unsigned message, std::uintptr_t wParam, std::intptr_t lParam) override;
+    void Scaled() override;
     HICON__* Cursor() const override { return cursor_; }
 
 private:
     HICON__* cursor_ = nullptr; ///< shared with the system, which frees it
+    bool fitted_ = false;
+};
+
+/// A picture of the program's own resources (raw data of the type "GIF"), drawn over the whole of its place.
+class Image : public Control {
+public:
+    Image(Form& form, const char* name, int resource) : Control(form, name), resource_(resource) {}
+
+protected:
+    WindowKind Kind() const override;
+    void Scaled() override;
+
+private:
+    int resource_;
+    BitmapOwner drawn_; ///< in the size of the place
 };
 
 /// A box of one line to type in.
@@ -260,7 +278,8 @@ private:
     std::vector<Node> nodes_;
 };
 
-/// A row of tabs. Tabs count from 1.
+/// A row of tabs with room for pages under it. Tabs count from 1. In the layout it comes after the pages, which then
+/// lie above it. Ctrl+Tab and Ctrl+Shift+Tab turn the pages from anywhere on the form.
 class TabStrip : public Control {
 public:
     TabStrip(Form& form, const char* name, std::vector<std::wstring> captions)
@@ -278,9 +297,21 @@ protected:
     WindowKind Kind() const override;
     void Created() override;
     void Notify(const void* header) override;
+    bool TurnPage(bool forward) override;
 
 private:
     std::vector<std::wstring> design_;
+};
+
+/// What the controls of one tab stand on: they appear and disappear with it and have the ground of the tabs, whatever
+/// the user's theme paints there.
+class TabPage : public Control {
+public:
+    using Control::Control;
+
+protected:
+    WindowKind Kind() const override;
+    void Created() override;
 };
 
 /// The bar at the bottom of a resizable window. It places itself.

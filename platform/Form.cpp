@@ -113,7 +113,7 @@ void Form::CreateControls()
             throw RuntimeError(ErrorNumber::InvalidProcedureCall);
         }
         const bool continues = control->JoinsGroup() && !inTabOrder.empty() && inTabOrder.back()->JoinsGroup();
-        control->Create(id++, row.place, !continues);
+        control->Create(id++, row.place, ControlByName(row.page), !continues);
         inTabOrder.push_back(control);
     }
     controls_ = std::move(inTabOrder);
@@ -263,7 +263,7 @@ void Form::FocusFirst()
     if (Control* first = ControlByName(Layout().firstFocus)) {
         first->SetFocus();
     } else {
-        SendMessageW(window_.get(), WM_NEXTDLGCTL, 0, FALSE);
+        FocusFirstInTabOrder(window_.get());
     }
 }
 

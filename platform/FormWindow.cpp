@@ -44,6 +44,21 @@ void PrepareWindows()
     }
 }
 
+int SystemColorIndex(SystemColor color, int usual)
+{
+    switch (color) {
+    case SystemColor::WindowBackground:
+        return COLOR_WINDOW;
+    case SystemColor::ButtonFace:
+        return COLOR_BTNFACE;
+    case SystemColor::Link:
+        return COLOR_HOTLIGHT;
+    case SystemColor::Default:
+        break;
+    }
+    return usual;
+}
+
 /// A dialog template in memory: no controls, no menu, an empty title.
 class FrameTemplate {
 public:
@@ -81,6 +96,7 @@ struct FormProcedure {
     static INT_PTR QueryEndSession(Form& form);
     static void EndSession(Form& form, bool ending);
     static INT_PTR Answer(Form& form, LONG_PTR result);
+    static bool TurnPage(const Form& form, const MSG& message);
 };
 
 INT_PTR CALLBACK FormProcedure::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
@@ -191,13 +207,15 @@ void FormProcedure::Notify(Form& form, LPARAM lParam)
 INT_PTR FormProcedure::ColorOf(Form& form, HDC surface, HWND window)
 {
     const Control* control = form.ControlByWindow(window);
-    if (control == nullptr || control->backColor_ == SystemColor::Default) {
+    if (control == nullptr ||
+        (control->foreColor_ == SystemColor::Default && control->backColor_ == SystemColor::Default)) {
         return FALSE;
     }
-    const int color = control->backColor_ == SystemColor::WindowBackground ? COLOR_WINDOW : COLOR_BTNFACE;
-    SetTextColor(surface, GetSysColor(IsWindowEnabled(window) != FALSE ? COLOR_WINDOWTEXT : COLOR_GRAYTEXT));
-    SetBkColor(surface, GetSysColor(color));
-    return reinterpret_cast<INT_PTR>(GetSysColorBrush(color));
+    const int ground = SystemColorIndex(control->backColor_, COLOR_BTNFACE);
+    const int text = SystemColorIndex(control->foreColor_, COLOR_WINDOWTEXT);
+    SetTextColor(surface, GetSysColor(IsWindowEnabled(window) != FALSE ? text : COLOR_GRAYTEXT));
+    SetBkColor(surface, GetSysColor(ground));
+    return reinterpret_cast<INT_PTR>(GetSysColorBrush(ground));
 }
 
 INT_PTR FormProcedure::SetCursorOver(Form& form, HWND window)
@@ -247,6 +265,19 @@ void FormProcedure::EndSession(Form& form, bool ending)
     }
 }
 
+bool FormProcedure::TurnPage(const Form& form, const MSG& message)
+{
+    if (message.message != WM_KEYDOWN || message.wParam != VK_TAB || GetKeyState(VK_CONTROL) >= 0) {
+        return false;
+    }
+    bool turned = false;
+    Guarded([&] {
+        turned = std::ranges::any_of(form.controls_,
+                                     [](Control* control) { return control->TurnPage(GetKeyState(VK_SHIFT) >= 0); });
+    });
+    return turned;
+}
+
 int CreateFormFrame(Form& form, HWND owner, WindowOwner& window)
 {
     const FormKind kind = form.Layout().kind;
@@ -270,6 +301,12 @@ SIZE OuterSizeFor(HWND window, SIZE client, int dpi)
     return {outer.right - outer.left, outer.bottom - outer.top};
 }
 
+void FocusFirstInTabOrder(HWND window)
+{
+    HWND first = GetNextDlgTabItem(window, nullptr, FALSE);
+    SendMessageW(window, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(first), TRUE);
+}
+
 bool HandleNextMessage()
 {
     MSG message{};
@@ -278,7 +315,12 @@ bool HandleNextMessage()
     }
     HWND root = GetAncestor(message.hwnd, GA_ROOT);
     const auto forms = Form::OpenForms();
-    const bool ours = std::ranges::any_of(forms, [root](const auto& form) { return form->Handle() == root; });
+    const auto form =
+        std::ranges::find_if(forms, [root](const auto& candidate) { return candidate->Handle() == root; });
+    const bool ours = form != forms.end();
+    if (ours && FormProcedure::TurnPage(**form, message)) {
+        return true;
+    }
     if (!ours || IsDialogMessageW(root, &message) == FALSE) {
         TranslateMessage(&message);
         DispatchMessageW(&message);

@@ -12,5 +12,8 @@ int CreateFormFrame(Form& form, HWND owner, WindowOwner& window);
 /// The outer size in pixels of a window whose client area has the given size.
 SIZE OuterSizeFor(HWND window, SIZE client, int dpi);
 
+/// Gives the focus to the control that the Tab key reaches first.
+void FocusFirstInTabOrder(HWND window);
+
 /// Waits for one message and handles it, with the dialog keys of the form it is for. False: the program is to end.
 bool HandleNextMessage();

@@ -12,6 +12,11 @@ void FontDeleter::operator()(HFONT__* font) const noexcept
     DeleteObject(font);
 }
 
+void BitmapDeleter::operator()(HBITMAP__* bitmap) const noexcept
+{
+    DeleteObject(bitmap);
+}
+
 void MenuDeleter::operator()(HMENU__* menu) const noexcept
 {
     DestroyMenu(menu);

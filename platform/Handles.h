@@ -18,10 +18,14 @@ struct WindowDeleter {
 struct FontDeleter {
     void operator()(HFONT__* font) const noexcept;
 };
+struct BitmapDeleter {
+    void operator()(HBITMAP__* bitmap) const noexcept;
+};
 struct MenuDeleter {
     void operator()(HMENU__* menu) const noexcept;
 };
 
 using WindowOwner = std::unique_ptr<HWND__, WindowDeleter>;
 using FontOwner = std::unique_ptr<HFONT__, FontDeleter>;
+using BitmapOwner = std::unique_ptr<HBITMAP__, BitmapDeleter>;
 using MenuOwner = std::unique_ptr<HMENU__, MenuDeleter>;

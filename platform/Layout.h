@@ -8,7 +8,8 @@
 /// the Tab key walks and in which screen readers pair a caption with the box that follows it.
 struct LayoutRow {
     const char* control;
-    TwipsRect place;
+    TwipsRect place;            ///< on the form, also for a control that stands on a page
+    const char* page = nullptr; ///< the tab page that the control stands on; its row comes before
 };
 
 /// One menu entry: which one, and under which entry it hangs (nullptr: in the menu bar).

@@ -2,6 +2,8 @@
 
 #include "platform/Controls.h"
 
+#include "platform/RuntimeError.h"
+
 #include <windows.h>
 
 Control::WindowKind Label::Kind() const
@@ -14,6 +16,30 @@ void Label::SetMouseIcon(int resource)
 {
     cursor_ = static_cast<HICON>(LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(resource), IMAGE_CURSOR, 0, 0,
                                             LR_DEFAULTSIZE | LR_SHARED));
+    if (cursor_ == nullptr) {
+        throw RuntimeError(ErrorNumber::ResourceNotFound);
+    }
+}
+
+void Label::FitToText()
+{
+    fitted_ = true;
+    Scaled();
+}
+
+void Label::Scaled()
+{
+    if (!fitted_) {
+        return;
+    }
+    const std::wstring caption = Caption();
+    RECT area{};
+    HDC surface = GetDC(Handle());
+    HGDIOBJ former = SelectObject(surface, reinterpret_cast<HFONT>(Send(WM_GETFONT)));
+    DrawTextW(surface, caption.c_str(), -1, &area, DT_CALCRECT | DT_SINGLELINE | DT_NOPREFIX);
+    SelectObject(surface, former);
+    ReleaseDC(Handle(), surface);
+    SetWindowPos(Handle(), nullptr, 0, 0, area.right, Pixels(Height()), SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 void Label::Command(unsigned notification)
