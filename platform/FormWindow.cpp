@@ -44,19 +44,13 @@ void PrepareWindows()
     }
 }
 
-int SystemColorIndex(SystemColor color, int usual)
+/// Some themes give links a colour for dark grounds. The usual blue is legible; in high contrast the user's choice is.
+COLORREF LinkColor()
 {
-    switch (color) {
-    case SystemColor::WindowBackground:
-        return COLOR_WINDOW;
-    case SystemColor::ButtonFace:
-        return COLOR_BTNFACE;
-    case SystemColor::Link:
-        return COLOR_HOTLIGHT;
-    case SystemColor::Default:
-        break;
-    }
-    return usual;
+    HIGHCONTRASTW contrast{};
+    contrast.cbSize = sizeof contrast;
+    SystemParametersInfoW(SPI_GETHIGHCONTRAST, sizeof contrast, &contrast, 0);
+    return (contrast.dwFlags & HCF_HIGHCONTRASTON) != 0 ? GetSysColor(COLOR_HOTLIGHT) : RGB(0, 102, 204);
 }
 
 /// A dialog template in memory: no controls, no menu, an empty title.
@@ -211,9 +205,9 @@ INT_PTR FormProcedure::ColorOf(Form& form, HDC surface, HWND window)
         (control->foreColor_ == SystemColor::Default && control->backColor_ == SystemColor::Default)) {
         return FALSE;
     }
-    const int ground = SystemColorIndex(control->backColor_, COLOR_BTNFACE);
-    const int text = SystemColorIndex(control->foreColor_, COLOR_WINDOWTEXT);
-    SetTextColor(surface, GetSysColor(IsWindowEnabled(window) != FALSE ? text : COLOR_GRAYTEXT));
+    const int ground = control->backColor_ == SystemColor::WindowBackground ? COLOR_WINDOW : COLOR_BTNFACE;
+    const COLORREF text = control->foreColor_ == SystemColor::Link ? LinkColor() : GetSysColor(COLOR_WINDOWTEXT);
+    SetTextColor(surface, IsWindowEnabled(window) != FALSE ? text : GetSysColor(COLOR_GRAYTEXT));
     SetBkColor(surface, GetSysColor(ground));
     return reinterpret_cast<INT_PTR>(GetSysColorBrush(ground));
 }

@@ -1,0 +1,102 @@
+#include "forms/about/frmAbout.h"
+
+#include "forms/LocalText.h"
+#include "forms/Product.h"
+#include "platform/Application.h"
+#include "platform/Conversions.h"
+#include "platform/MsgBox.h"
+#include "platform/Shell.h"
+#include "settings/TextIds.h"
+
+#include <array>
+
+namespace {
+
+constexpr std::array<LayoutRow, 7> rows{{
+    {"Image1", {0, 0, 4800, 1920}},
+    {"Label2", {165, 2070, 4470, 435}},
+    {"Label4", {165, 2535, 4470, 225}},
+    {"MinVersion", {165, 2895, 4470, 450}},
+    {"lblDescription", {165, 3480, 4470, 225}},
+    {"Label3", {165, 3930, 2850, 225}},
+    {"cmdOK", {3510, 3870, 1125, 345}},
+}};
+
+constexpr FormLayout layout{.kind = FormKind::Dialog,
+                            .width = 4800,
+                            .height = 4380,
+                            .rows = rows,
+                            .defaultButton = "cmdOK",
+                            .cancelButton = "cmdOK",
+                            .firstFocus = "cmdOK"};
+
+} // namespace
+
+const FormLayout& frmAbout::Layout() const
+{
+    return layout;
+}
+
+void frmAbout::Wire()
+{
+    On(Label3.MouseMove, &frmAbout::Label3_MouseMove);
+    On(Label3.Click, &frmAbout::Label3_Click);
+    On(cmdOK.Click, &frmAbout::cmdOK_Click);
+}
+
+void frmAbout::Form_Load()
+{
+    Label2.SetFont({.face = L"", .points = 16, .bold = true});
+    Label2.SetCaption(ProductName());
+    Label4.SetCaption(product::longName);
+    lblDescription.SetCaption(product::notice);
+    // The link shows the maker's address and leads to the product's: the maker's name is what a reader knows.
+    Label3.SetCaption(FromUserCodePage(product::makerHomePage));
+    Label3.SetForeColor(SystemColor::Link);
+    Label3.FitToText();
+    cmdOK.SetCaption(L"OK");
+
+    const Version version = VersionNumbers();
+    MinVersion.SetCaption(L"Version " + ToText(version.major) + L"." + ToText(version.minor) + L"\r\nBuild #" +
+                          ToText(version.revision));
+}
+
+void frmAbout::Form_Activate()
+{
+    SetCaption(LocalText(text::about::caption) + L" " + ApplicationTitle());
+    Label3.SetMouseIcon(ODOMIRA_HAND_CURSOR);
+}
+
+void frmAbout::Form_MouseMove()
+{
+    UnderlineLink(false);
+}
+
+/// The link stays underlined until the mouse is over the form itself again, wherever else it goes.
+void frmAbout::Label3_MouseMove()
+{
+    UnderlineLink(true);
+}
+
+void frmAbout::Label3_Click()
+{
+    if (!ShellOpen(*this, product::homePage)) {
+        // For the user's mail to the maker as much as for the user: the same words in every language.
+        MsgBox(L"Label3_Click: ShellExecute ERROR.\r\nCouldn't open browser. Please manually goto the adress:\r\n" +
+               FromUserCodePage(product::homePage));
+    }
+}
+
+void frmAbout::cmdOK_Click()
+{
+    Unload();
+}
+
+void frmAbout::UnderlineLink(bool underlined)
+{
+    ControlFont font = Label3.Font();
+    if (font.underline != underlined) {
+        font.underline = underlined;
+        Label3.SetFont(font);
+    }
+}

@@ -1,0 +1,97 @@
+#include "forms/prefs/frmSettings.h"
+
+#include "app/Module1.h"
+#include "forms/LocalText.h"
+#include "settings/TextIds.h"
+#include "settings/registerModule.h"
+
+namespace {
+
+constexpr std::int16_t english = 0;
+constexpr std::int16_t swedish = 100;
+
+constexpr std::array<LayoutRow, 12> rows{{
+    {"Frame1", {195, 525, 5010, 1935}},
+    {"Label1", {345, 660, 4710, 450}, "Frame1"},
+    {"Option1(0)", {345, 1155, 2250, 255}, "Frame1"},
+    {"Option1(1)", {345, 1455, 2250, 255}, "Frame1"},
+    {"Label2", {345, 1815, 4710, 630}, "Frame1"},
+    {"Frame2", {195, 525, 5010, 1935}},
+    {"Label3", {345, 660, 4710, 450}, "Frame2"},
+    {"Option2(0)", {345, 1155, 2250, 255}, "Frame2"},
+    {"Option2(1)", {345, 1455, 2250, 255}, "Frame2"},
+    {"addButton", {2880, 2655, 1125, 345}},
+    {"cancelButton", {4110, 2655, 1125, 345}},
+    {"TabStrip1", {165, 165, 5070, 2325}},
+}};
+
+constexpr FormLayout layout{.kind = FormKind::Dialog,
+                            .width = 5400,
+                            .height = 3165,
+                            .rows = rows,
+                            .defaultButton = "addButton",
+                            .cancelButton = "cancelButton"};
+
+} // namespace
+
+const FormLayout& frmSettings::Layout() const
+{
+    return layout;
+}
+
+void frmSettings::Wire()
+{
+    On(TabStrip1.Click, &frmSettings::TabStrip1_Click);
+    On(addButton.Click, &frmSettings::addButton_Click);
+    On(cancelButton.Click, &frmSettings::cancelButton_Click);
+}
+
+void frmSettings::Form_Load()
+{
+    ApplyLanguage();
+    // A unit that is not the first one's text to the letter counts as the second, also one stored in the other
+    // language.
+    Option1[Option1[0].Caption() == Module1::distanceUnit ? 0 : 1].SetValue(true);
+    Option2[Module1::languageOffset != english ? 1 : 0].SetValue(true);
+    Frame1.SetVisible(true);
+    Frame2.SetVisible(false);
+}
+
+void frmSettings::TabStrip1_Click()
+{
+    const bool unitPage = TabStrip1.TabCaption(1) == TabStrip1.TabCaption(TabStrip1.SelectedTab());
+    Frame1.SetVisible(unitPage);
+    Frame2.SetVisible(!unitPage);
+}
+
+void frmSettings::addButton_Click()
+{
+    Module1::languageOffset = Option2[0].Value() ? english : swedish;
+    registerModule::SaveRegistryValue(L"Settings", L"Language", Module1::languageOffset);
+    // The unit's text comes in the language just chosen: who changes both, or only the language, gets "mil" for
+    // "miles".
+    Module1::distanceUnit = LocalText(Option1[0].Value() ? text::main::kilometres : text::main::milesOrMil);
+    registerModule::SaveRegistryValue(L"Settings", L"Langdenhet", Module1::distanceUnit);
+    Unload();
+}
+
+void frmSettings::cancelButton_Click()
+{
+    Unload();
+}
+
+void frmSettings::ApplyLanguage()
+{
+    SetCaption(LocalText(text::settings::caption));
+    addButton.SetCaption(L"OK");
+    cancelButton.SetCaption(LocalText(text::settings::cancel));
+    TabStrip1.SetTabCaption(1, LocalText(text::settings::unit));
+    Label1.SetCaption(LocalText(text::settings::chooseUnit));
+    Label2.SetCaption(LocalText(text::settings::routesAreNotRecalculated));
+    Option1[0].SetCaption(LocalText(text::main::kilometres));
+    Option1[1].SetCaption(LocalText(text::main::milesOrMil));
+    TabStrip1.SetTabCaption(2, LocalText(text::settings::language));
+    Label3.SetCaption(LocalText(text::settings::chooseLanguage));
+    Option2[0].SetCaption(LocalText(text::settings::english));
+    Option2[1].SetCaption(LocalText(text::settings::swedish));
+}

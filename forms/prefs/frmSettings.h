@@ -1,0 +1,36 @@
+#pragma once
+
+#include "platform/Controls.h"
+#include "platform/Form.h"
+
+#include <array>
+
+/// The unit of distances and the language of the program, one page each. OK changes both at once, in memory and in the
+/// registry; everything else leaves them as they are. Distances in the journal are never converted.
+class frmSettings : public Form {
+public:
+    const FormLayout& Layout() const override;
+
+private:
+    void Wire() override;
+
+    void Form_Load() override;
+    void TabStrip1_Click();
+    void addButton_Click();
+    void cancelButton_Click();
+
+    void ApplyLanguage();
+
+    TabPage Frame1{*this, "Frame1"};
+    Label Label1{*this, "Label1"};
+    std::array<OptionButton, 2> Option1{{{*this, "Option1(0)"}, {*this, "Option1(1)"}}};
+    Label Label2{*this, "Label2"};
+
+    TabPage Frame2{*this, "Frame2"};
+    Label Label3{*this, "Label3"};
+    std::array<OptionButton, 2> Option2{{{*this, "Option2(0)"}, {*this, "Option2(1)"}}};
+
+    CommandButton addButton{*this, "addButton"};
+    CommandButton cancelButton{*this, "cancelButton"};
+    TabStrip TabStrip1{*this, "TabStrip1", {L"Enhet", L"Språk"}};
+};
