@@ -9,7 +9,15 @@ class frmAbout : public Form {
 public:
     const FormLayout& Layout() const override;
 
-private:
+    Image Image1{*this, "Image1", ODOMIRA_ABOUT_PICTURE};
+    Label Label2{*this, "Label2"};
+    Label Label4{*this, "Label4"};
+    Label MinVersion{*this, "MinVersion"};
+    Label lblDescription{*this, "lblDescription"};
+    Label Label3{*this, "Label3"}; ///< the link
+    CommandButton cmdOK{*this, "cmdOK"};
+
+protected:
     void Wire() override;
 
     void Form_Load() override;
@@ -19,13 +27,6 @@ private:
     void Label3_Click();
     void cmdOK_Click();
 
+private:
     void UnderlineLink(bool underlined);
-
-    Image Image1{*this, "Image1", ODOMIRA_ABOUT_PICTURE};
-    Label Label2{*this, "Label2"};
-    Label Label4{*this, "Label4"};
-    Label MinVersion{*this, "MinVersion"};
-    Label lblDescription{*this, "lblDescription"};
-    Label Label3{*this, "Label3"}; ///< the link
-    CommandButton cmdOK{*this, "cmdOK"};
 };

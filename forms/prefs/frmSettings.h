@@ -11,16 +11,6 @@ class frmSettings : public Form {
 public:
     const FormLayout& Layout() const override;
 
-private:
-    void Wire() override;
-
-    void Form_Load() override;
-    void TabStrip1_Click();
-    void addButton_Click();
-    void cancelButton_Click();
-
-    void ApplyLanguage();
-
     TabPage Frame1{*this, "Frame1"};
     Label Label1{*this, "Label1"};
     std::array<OptionButton, 2> Option1{{{*this, "Option1(0)"}, {*this, "Option1(1)"}}};
@@ -33,4 +23,15 @@ private:
     CommandButton addButton{*this, "addButton"};
     CommandButton cancelButton{*this, "cancelButton"};
     TabStrip TabStrip1{*this, "TabStrip1", {L"Enhet", L"Språk"}};
+
+protected:
+    void Wire() override;
+
+    void Form_Load() override;
+    void TabStrip1_Click();
+    void addButton_Click();
+    void cancelButton_Click();
+
+private:
+    void ApplyLanguage();
 };

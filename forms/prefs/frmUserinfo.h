@@ -11,7 +11,17 @@ class frmUserinfo : public Form {
 public:
     const FormLayout& Layout() const override;
 
-private:
+    std::array<Label, 2> Label1{{{*this, "Label1(0)"}, {*this, "Label1(1)"}}};
+    TextBox Text9{*this, "Text9"}; ///< company
+    TextBox Text1{*this, "Text1"}; ///< first name
+    Label Label2{*this, "Label2"};
+    TextBox Text2{*this, "Text2"}; ///< surname
+    CheckBox Check1{*this, "Check1"};
+    TextBox Text3{*this, "Text3"}; ///< social security number
+    CommandButton cmdOK{*this, "cmdOK"};
+    CommandButton cmdCancel{*this, "cmdCancel"};
+
+protected:
     void Wire() override;
 
     void Form_Load() override;
@@ -23,16 +33,7 @@ private:
     void cmdOK_Click();
     void cmdCancel_Click();
 
+private:
     void ApplyLanguage();
     void ApplyNumberBoxState();
-
-    std::array<Label, 2> Label1{{{*this, "Label1(0)"}, {*this, "Label1(1)"}}};
-    TextBox Text9{*this, "Text9"}; ///< company
-    TextBox Text1{*this, "Text1"}; ///< first name
-    Label Label2{*this, "Label2"};
-    TextBox Text2{*this, "Text2"}; ///< surname
-    CheckBox Check1{*this, "Check1"};
-    TextBox Text3{*this, "Text3"}; ///< social security number
-    CommandButton cmdOK{*this, "cmdOK"};
-    CommandButton cmdCancel{*this, "cmdCancel"};
 };
