@@ -9,7 +9,13 @@
 
 int RunInChildProcess(const std::wstring& fullTestName)
 {
-    std::wstring command = L'"' + ModulePath() + L"\" --gtest_also_run_disabled_tests --gtest_filter=" + fullTestName;
+    return RunInChildProcess(fullTestName, ModulePath());
+}
+
+int RunInChildProcess(const std::wstring& fullTestName, const std::wstring& program)
+{
+    std::wstring command =
+        L'"' + program + L"\" --gtest_brief=1 --gtest_also_run_disabled_tests --gtest_filter=" + fullTestName;
     STARTUPINFOW startup{};
     startup.cb = sizeof startup;
     PROCESS_INFORMATION started{};

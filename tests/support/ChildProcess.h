@@ -2,6 +2,8 @@
 
 #include <string>
 
-/// Runs one test of this same program in a process of its own, waits for its end and answers its exit code: 0 if the
-/// test passed. Tests that are only ever run this way are disabled ("DISABLED_..."), which this call overrides.
+/// Runs one test of this program, or of a copy of its file, in a process of its own, waits for its end and answers its
+/// exit code: 0 if the test passed. Tests that are only ever run this way are disabled ("DISABLED_..."), which this
+/// call overrides.
 int RunInChildProcess(const std::wstring& fullTestName);
+int RunInChildProcess(const std::wstring& fullTestName, const std::wstring& program);
