@@ -60,7 +60,7 @@ void Control::SetVisible(bool visible)
     ShowWindow(Handle(), visible ? SW_SHOWNA : SW_HIDE);
 }
 
-void Control::SetFocus()
+void Control::SetFocus() const
 {
     ::SetFocus(Handle());
 }
@@ -112,7 +112,7 @@ std::wstring Control::OwnText() const
     return text;
 }
 
-void Control::SetOwnText(const std::wstring& text)
+void Control::SetOwnText(const std::wstring& text) const
 {
     SetWindowTextW(Handle(), text.c_str());
 }

@@ -37,7 +37,7 @@ public:
     /// What was asked for with SetVisible, whether or not the form itself is on the screen.
     bool Visible() const noexcept { return visible_; }
     void SetVisible(bool visible);
-    void SetFocus();
+    void SetFocus() const;
 
     /// The place on the form in twips, as it was set: sums of positions hold exactly at every DPI.
     int Left() const noexcept { return place_.left; }
@@ -61,8 +61,8 @@ protected:
 
     /// How the window of this kind of control is made.
     struct WindowKind {
-        const wchar_t* windowClass;
-        std::uint32_t style;
+        const wchar_t* windowClass = nullptr;
+        std::uint32_t style = 0;
         std::uint32_t extendedStyle = 0;
     };
     virtual WindowKind Kind() const = 0;
@@ -87,7 +87,7 @@ protected:
 
     std::intptr_t Send(unsigned message, std::uintptr_t wParam = 0, std::intptr_t lParam = 0) const;
     std::wstring OwnText() const;
-    void SetOwnText(const std::wstring& text);
+    void SetOwnText(const std::wstring& text) const;
     Form& Owner() const noexcept { return form_; }
     /// Twips to this control's pixels.
     int Pixels(int twips) const;

@@ -24,7 +24,7 @@ std::vector<std::shared_ptr<Form>>& Loaded()
     return forms;
 }
 
-void UpdateModalOwner() noexcept
+void UpdateModalOwner()
 {
     const auto& forms = Loaded();
     const auto top = std::find_if(forms.rbegin(), forms.rend(),
@@ -236,7 +236,7 @@ void Form::Unload(UnloadMode mode)
     Destroy();
 }
 
-void Form::Destroy() noexcept
+void Form::Destroy()
 {
     const auto keepAlive = shared_from_this();
     std::erase(Loaded(), keepAlive);

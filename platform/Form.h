@@ -41,8 +41,8 @@ public:
 
     /// Loads if needed and shows; returns at once.
     void Show();
-    /// Loads if needed and shows the form over the main window, which takes no input meanwhile; returns when the form is
-    /// hidden or unloaded.
+    /// Loads if needed and shows the form over the main window, which takes no input meanwhile; returns when the form
+    /// is hidden or unloaded.
     void ShowModal();
     void Hide();
     /// Asks Form_QueryUnload, runs Form_Unload and ends the window. A form that is not loaded only loses its state.
@@ -106,7 +106,7 @@ private:
     void ApplyScale();
     void RunModalLoop();
     void EndModal();
-    void Destroy() noexcept;
+    void Destroy();
     void FocusFirst();
     Control* ControlById(int id) const;
     Control* ControlByName(const char* name) const;

@@ -60,9 +60,9 @@ public:
     {
         header_.style = kind == FormKind::Main ? mainStyle : dialogStyle;
         header_.dwExtendedStyle = WS_EX_CONTROLPARENT;
-        auto* rest = texts_.data() + 1; // after the empty menu name
         if (kind == FormKind::Main) {
-            rest = std::copy_n(mainClass, std::char_traits<wchar_t>::length(mainClass), rest);
+            constexpr std::size_t menuName = 1; // empty
+            std::copy_n(mainClass, std::char_traits<wchar_t>::length(mainClass), texts_.data() + menuName);
         }
     }
     const DLGTEMPLATE* Get() const noexcept { return &header_; }
@@ -83,8 +83,8 @@ struct FormProcedure {
     static void Command(Form& form, WPARAM wParam, LPARAM lParam);
     static void MenuCommand(Form& form, unsigned id);
     static void Notify(Form& form, LPARAM lParam);
-    static INT_PTR ColorOf(Form& form, HDC surface, HWND control);
-    static INT_PTR SetCursorOver(Form& form, HWND control);
+    static INT_PTR ColorOf(Form& form, HDC surface, HWND window);
+    static INT_PTR SetCursorOver(Form& form, HWND window);
     static void Rescale(Form& form, int dpi, const RECT& place);
     static void Close(Form& form);
     static INT_PTR QueryEndSession(Form& form);

@@ -7,15 +7,15 @@
 /// One control of a form as it is laid out: which one, and where, in twips. The order of the rows is the order in which
 /// the Tab key walks and in which screen readers pair a caption with the box that follows it.
 struct LayoutRow {
-    const char* control;
+    const char* control = nullptr;
     TwipsRect place;            ///< on the form, also for a control that stands on a page
     const char* page = nullptr; ///< the tab page that the control stands on; its row comes before
 };
 
 /// One menu entry: which one, and under which entry it hangs (nullptr: in the menu bar).
 struct MenuRow {
-    const char* item;
-    const char* parent;
+    const char* item = nullptr;
+    const char* parent = nullptr;
 };
 
 enum class FormKind {
