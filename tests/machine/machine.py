@@ -197,8 +197,8 @@ class Display:
             with contextlib.suppress(FileNotFoundError):
                 os.unlink(ready)
             self.manager = start_child(["openbox", "--sm-disable", "--config-file", os.path.join(HERE, "openbox.xml"),
-                                        "--startup", "touch " + ready], dict(env, DISPLAY=self.name, HOME=folder),
-                                       stdout=log, stderr=log)
+                                        "--startup", "touch " + os.path.basename(ready)],
+                                       dict(env, DISPLAY=self.name, HOME=folder), stdout=log, stderr=log, cwd=folder)
             wait_until(lambda: os.path.exists(ready), 20, "window manager")
         except BaseException:
             self.close()
