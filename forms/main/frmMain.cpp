@@ -5,8 +5,11 @@
 #include "app/Module1.h"
 #include "data/DataInterface.h"
 #include "forms/LocalText.h"
+#include "forms/about/frmAbout.h"
 #include "forms/entry/frmAdd.h"
 #include "forms/entry/frmEdit.h"
+#include "forms/prefs/frmSettings.h"
+#include "forms/prefs/frmUserinfo.h"
 #include "forms/print/frmInterval.h"
 #include "platform/Application.h"
 #include "platform/MsgBox.h"
@@ -72,8 +75,11 @@ void frmMain::Wire()
     On(mnuFileSaveAll.Click, &frmMain::mnuFileSaveAll_Click);
     On(mnuFilePrint.Click, &frmMain::mnuFilePrint_Click);
     On(mnuFileExit.Click, &frmMain::mnuFileExit_Click);
+    On(mnuSettings.Click, &frmMain::mnuSettings_Click);
+    On(mnuUserInfo.Click, &frmMain::mnuUserInfo_Click);
     On(mnuTavWeb.Click, &frmMain::mnuTavWeb_Click);
     On(mnuOther.Click, &frmMain::mnuOther_Click);
+    On(mnuHelpAbout.Click, &frmMain::mnuHelpAbout_Click);
 }
 
 void frmMain::Form_Load()
@@ -159,9 +165,12 @@ void frmMain::Form_QueryUnload(bool& cancel, UnloadMode /*mode*/)
 
 void frmMain::Form_Unload()
 {
+    UnloadThe<frmAbout>();
     UnloadThe<frmAdd>();
     UnloadThe<frmEdit>();
     UnloadThe<frmInterval>();
+    UnloadThe<frmSettings>();
+    UnloadThe<frmUserinfo>();
     // Whatever else is open; the first form is this one, which goes when this handler is done.
     const auto open = OpenForms();
     for (std::size_t index = open.size(); index-- > 1;) {

@@ -3,6 +3,7 @@
 #include "platform/Controls.h"
 #include "platform/Form.h"
 #include "platform/Menu.h"
+#include "platform/PrinterDialog.h"
 
 #include <cstdint>
 #include <string>
@@ -26,6 +27,7 @@ public:
     CommandButton editButton{*this, "editButton"};
     CommandButton deleteButton{*this, "deleteButton"};
     StatusBar sbStatusBar{*this, "sbStatusBar"};
+    PrinterDialog dlgCommonDialog; ///< on the form, used by none of its commands: printing brings its own
 
     MenuItem mnuFile{*this, "mnuFile"};
     MenuItem mnuRevert{*this, "mnuRevert"};
@@ -66,8 +68,11 @@ protected:
     void mnuFileSaveAll_Click();
     void mnuFilePrint_Click();
     void mnuFileExit_Click();
+    void mnuSettings_Click();
+    void mnuUserInfo_Click();
     void mnuTavWeb_Click();
     void mnuOther_Click();
+    void mnuHelpAbout_Click();
 
 private:
     void ApplyLanguage();
@@ -90,5 +95,7 @@ private:
     void EnableDayCommands(bool enabled);
     /// Tells the user to choose a day first. Returns false when one is chosen.
     bool NoDayIsChosen(std::int16_t messageId);
+    /// Exchanges the unit at the end of the total line, without converting the number.
+    void RelabelUnitOfTotal();
     void OpenWebPage(const std::string& address);
 };

@@ -4,10 +4,13 @@
 #include "data/DataInterface.h"
 #include "forms/LocalText.h"
 #include "forms/Product.h"
+#include "forms/about/frmAbout.h"
 #include "forms/entry/frmAdd.h"
 #include "forms/entry/frmEdit.h"
 #include "forms/main/DayLine.h"
 #include "forms/main/frmMain.h"
+#include "forms/prefs/frmSettings.h"
+#include "forms/prefs/frmUserinfo.h"
 #include "forms/print/frmInterval.h"
 #include "platform/MsgBox.h"
 #include "platform/Shell.h"
@@ -126,6 +129,36 @@ void frmMain::mnuFileExit_Click()
     Unload();
 }
 
+void frmMain::mnuSettings_Click()
+{
+    The<frmSettings>()->ShowModal();
+    ApplyLanguage();
+    RelabelUnitOfTotal();
+}
+
+void frmMain::RelabelUnitOfTotal()
+{
+    // The number stays as it is, and so does the word in front of it: only the unit at the end is exchanged, its length
+    // told by its last letter: "mil", "km", "miles".
+    const std::wstring total = Label1.Caption();
+    if (total.empty()) {
+        return;
+    }
+    std::size_t unitLength = 5;
+    if (total.back() == L'l') {
+        unitLength = 3;
+    } else if (total.back() != L's') {
+        unitLength = 2;
+    }
+    const std::size_t kept = total.size() > unitLength ? total.size() - unitLength : 0;
+    Label1.SetCaption(total.substr(0, kept) + Module1::distanceUnit);
+}
+
+void frmMain::mnuUserInfo_Click()
+{
+    The<frmUserinfo>()->ShowModal();
+}
+
 void frmMain::mnuTavWeb_Click()
 {
     OpenWebPage(product::homePage);
@@ -145,4 +178,9 @@ void frmMain::OpenWebPage(const std::string& address)
     constexpr std::int16_t noBrowserText = 10034;
     const std::wstring wideAddress(address.begin(), address.end());
     MsgBox(LocalText(noBrowserText) + L":\r\n\r\n" + wideAddress);
+}
+
+void frmMain::mnuHelpAbout_Click()
+{
+    The<frmAbout>()->ShowModal();
 }
