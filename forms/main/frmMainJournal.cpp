@@ -43,6 +43,13 @@ void ForEachUpToZero(const NumberArray& numbers, Visit visit)
     }
 }
 
+/// A sum in whole units with one blank before its last three digits. Smaller sums have no blank in front of them.
+std::wstring SumText(double sum)
+{
+    const std::wstring text = FormatNumber(sum, L"# ##0");
+    return text.substr(text.find_first_not_of(L' '));
+}
+
 } // namespace
 
 void frmMain::FillJournalTree()
@@ -87,9 +94,9 @@ void frmMain::ShowMonthDays(std::int16_t year, std::int16_t month)
             total += entry.distance;
         }
     }
-    Label1.SetCaption(List1.ListCount() == 0 ? L""
-                                             : LocalText(text::main::total) + L" " + FormatNumber(total, L"# ##0") +
-                                                   L" " + Module1::distanceUnit);
+    Label1.SetCaption(List1.ListCount() == 0
+                          ? L""
+                          : LocalText(text::main::total) + L" " + SumText(total) + L" " + Module1::distanceUnit);
 }
 
 void frmMain::SelectMonthNode(std::int16_t year, std::int16_t month)
