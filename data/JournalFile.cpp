@@ -122,11 +122,13 @@ void DataInterface::ReadJournalFile(const std::wstring& path)
     if (!FileExists(path)) {
         Attempt(path, [&] { CreateEmptyFile(path); });
     }
-    const bool opened = Attempt(path, [&] { TextFile::OpenForInput(journalSlot, path); });
-    ReadOpenFile(path);
-    if (opened) {
-        // Only what this call opened: a slot that an empty save holds stays taken.
+    if (Attempt(path, [&] { TextFile::OpenForInput(journalSlot, path); })) {
+        ReadOpenFile(path);
         TextFile::Close(journalSlot);
+    } else {
+        // Looking for the end of a file that is not open fails in its turn, once, and reading ends. A slot that an
+        // empty save holds is not this call's to read or to close: it stays taken.
+        Attempt(path, [] { throw RuntimeError(ErrorNumber::BadFileNameOrNumber); });
     }
 }
 

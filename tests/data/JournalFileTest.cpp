@@ -175,7 +175,8 @@ TEST_F(JournalFile, ALineThatCannotBeReadIsToldAndSkipped)
 
 TEST_F(JournalFile, TheEntriesBeyondTheCeilingAreToldAndSkipped)
 {
-    ReadBytes(AsThisSystemWrites(Sample(L"full-20480.jrn")) + "2020-01-01      1 a\r\n'comment\r\n2020-01-01      1 b\r\n");
+    ReadBytes(AsThisSystemWrites(Sample(L"full-20480.jrn")) +
+              "2020-01-01      1 a\r\n'comment\r\n2020-01-01      1 b\r\n");
     EXPECT_EQ(dayCount, 20480);
     const std::size_t overflows = static_cast<std::size_t>(std::ranges::count(boxes_.Texts(), L"errorOverflow"));
     EXPECT_EQ(overflows, 2u);
@@ -355,7 +356,7 @@ TEST_F(JournalFile, AfterAnEmptySaveARevertIsToldTheReasonAndTheSlotStaysTaken)
     SaveJournal();
     AddDay(2004, 1, 2, 1, L"");
     LoadJournal();
-    EXPECT_THAT(boxes_.Texts(), ElementsAre(L"errorFile already open", L"errorBad file mode", L"Wrong file mode"));
+    EXPECT_THAT(boxes_.Texts(), ElementsAre(L"errorFile already open", L"errorBad file name or number"));
     EXPECT_EQ(dayCount, 0);
     EXPECT_FALSE(IsJournalChanged());
     EXPECT_EQ(ErrorOf([] { SaveJournal(); }), ErrorNumber::FileAlreadyOpen);
