@@ -185,7 +185,8 @@ protected:
 private:
     void FitScrollRange(const std::wstring& line);
 
-    int widest_ = 0; ///< pixels of the widest line
+    int widest_ = 0;                  ///< pixels of the widest line
+    bool doubleClickedBelow_ = false; ///< below the last line, and not reported yet
 };
 
 /// A drop-down list to pick one entry from. Positions count from 0; -1 means none.

@@ -7,6 +7,7 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -90,14 +91,21 @@ void ListBox::Command(unsigned notification)
     if (notification == LBN_SELCHANGE) {
         Click();
     } else if (notification == LBN_DBLCLK) {
+        doubleClickedBelow_ = false;
         DblClick();
     }
 }
 
 void ListBox::Message(unsigned message, std::uintptr_t, std::intptr_t lParam)
 {
-    // The system reports a double click on a line only; one on the empty area counts just as much.
-    if (message == WM_LBUTTONDBLCLK && HIWORD(Send(LB_ITEMFROMPOINT, 0, lParam)) != 0) {
+    // A double click below the last line counts just as much as one on a line, but not every system reports it: where
+    // the control itself has not done so by the time the button is up, this does.
+    constexpr UINT wasItReported = WM_APP;
+    if (message == WM_LBUTTONDBLCLK) {
+        doubleClickedBelow_ = HIWORD(Send(LB_ITEMFROMPOINT, 0, lParam)) != 0;
+    } else if (message == WM_LBUTTONUP && doubleClickedBelow_) {
+        PostMessageW(Handle(), wasItReported, 0, 0);
+    } else if (message == wasItReported && std::exchange(doubleClickedBelow_, false)) {
         DblClick();
     }
 }
