@@ -11,6 +11,8 @@
 #include "platform/UnhandledError.h"
 #include "settings/TextIds.h"
 
+#include <cmath>
+
 namespace {
 
 std::wstring YearKey(std::int16_t year)
@@ -43,10 +45,11 @@ void ForEachUpToZero(const NumberArray& numbers, Visit visit)
     }
 }
 
-/// A sum in whole units with one blank before its last three digits. Smaller sums have no blank in front of them.
+/// A sum in whole units, halves rounded up, with one blank before its last three digits. Smaller sums have no blank in
+/// front of them.
 std::wstring SumText(double sum)
 {
-    const std::wstring text = FormatNumber(sum, L"# ##0");
+    const std::wstring text = FormatNumber(std::round(sum), L"# ##0");
     return text.substr(text.find_first_not_of(L' '));
 }
 
