@@ -132,6 +132,9 @@ void frmMain::mnuFileExit_Click()
 void frmMain::mnuSettings_Click()
 {
     The<frmSettings>()->ShowModal();
+    if (!IsLoaded()) {
+        return; // the user's session has ended meanwhile, and this window with it
+    }
     ApplyLanguage();
     RelabelUnitOfTotal();
 }
