@@ -20,7 +20,7 @@ const std::wstring& journalPath = store.journalPath;
 
 void GrowStore()
 {
-    const std::int16_t capacity = CheckedInt16(store.dayCapacity * 2);
+    const std::int16_t capacity = CheckedInt16(std::int64_t{store.dayCapacity} * 2);
     store.days.resize(static_cast<std::size_t>(capacity) + 1);
     store.dayCapacity = capacity;
 }

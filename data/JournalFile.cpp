@@ -9,8 +9,6 @@
 
 namespace {
 
-using DataInterface::store;
-
 /// The slot that every reading and writing of the journal shares.
 constexpr int journalSlot = 1;
 

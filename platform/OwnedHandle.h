@@ -11,6 +11,8 @@ public:
     explicit OwnedHandle(void* handle) noexcept;
     ~OwnedHandle();
 
+    OwnedHandle(const OwnedHandle&) = delete;
+    OwnedHandle& operator=(const OwnedHandle&) = delete;
     OwnedHandle(OwnedHandle&& other) noexcept : handle_(std::exchange(other.handle_, nullptr)) {}
     OwnedHandle& operator=(OwnedHandle&& other) noexcept
     {

@@ -156,7 +156,7 @@ void TextFile::Write(int slot, std::string_view bytes)
     }
 }
 
-void TextFile::Close(int slot) noexcept
+void TextFile::Close(int slot)
 {
     slotFiles.erase(slot);
 }

@@ -33,6 +33,6 @@ std::string ReadLine(int slot);
 void Write(int slot, std::string_view bytes);
 
 /// Does nothing for a slot that is free.
-void Close(int slot) noexcept;
+void Close(int slot);
 
 } // namespace TextFile

@@ -3,15 +3,18 @@
 #include <concepts>
 #include <cstdint>
 #include <string>
+#include <utility>
 
 /// A value on its way into the registry, where everything is text: a 16-bit number as decimal digits, a Boolean as
 /// "True" or "False".
 class RegistryText {
 public:
-    RegistryText(const std::wstring& text) : text_(text) {}
+    // NOLINTBEGIN(google-explicit-constructor): each of these may stand where a value is wanted
+    RegistryText(std::wstring text) : text_(std::move(text)) {}
     RegistryText(const wchar_t* text) : text_(text) {}
     RegistryText(std::int16_t number);
     RegistryText(std::same_as<bool> auto truth) : text_(truth ? L"True" : L"False") {}
+    // NOLINTEND(google-explicit-constructor)
 
     const std::wstring& Text() const noexcept { return text_; }
 

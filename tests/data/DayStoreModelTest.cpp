@@ -12,7 +12,19 @@
 #include <random>
 #include <tuple>
 
-using namespace DataInterface;
+using DataInterface::AddDay;
+using DataInterface::ClearJournalChanged;
+using DataInterface::dayCapacity;
+using DataInterface::dayCount;
+using DataInterface::days;
+using DataInterface::DeleteDay;
+using DataInterface::GetDayEntry;
+using DataInterface::GetYears;
+using DataInterface::IsJournalChanged;
+using DataInterface::journalPath;
+using DataInterface::LoadJournal;
+using DataInterface::ReplaceDay;
+using DataInterface::SaveJournal;
 
 namespace {
 
@@ -21,7 +33,7 @@ struct Date {
     std::int16_t month;
     std::int16_t day;
 
-    friend auto operator<=>(const Date&, const Date&) = default;
+    friend auto operator<=>(const Date&, const Date&) = default; // NOLINT(modernize-use-nullptr): seen in its own code
 };
 
 class JournalModel {

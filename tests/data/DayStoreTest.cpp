@@ -4,10 +4,23 @@
 
 #include <gmock/gmock.h>
 
+#include <array>
 #include <limits>
 
-using namespace DataInterface;
-using testing::Each;
+using DataInterface::AddDay;
+using DataInterface::ClearJournalChanged;
+using DataInterface::dayCapacity;
+using DataInterface::dayCount;
+using DataInterface::days;
+using DataInterface::DeleteDay;
+using DataInterface::GetDayEntry;
+using DataInterface::GetMonthsOfYear;
+using DataInterface::GetTakenDays;
+using DataInterface::GetYears;
+using DataInterface::IsJournalChanged;
+using DataInterface::journalChanged;
+using DataInterface::ParseJournalLine;
+using DataInterface::ReplaceDay;
 using testing::ElementsAre;
 
 namespace {
@@ -42,9 +55,9 @@ void FillWith(int count)
         const int day = 28 - i % 28;
         const int month = 12 - i / 28 % 12;
         const int year = 9999 - i / 28 / 12;
-        wchar_t line[40];
-        swprintf(line, std::size(line), L"%04d-%02d-%02d      1 ", year, month, day);
-        ParseJournalLine(line);
+        std::array<wchar_t, 40> line{};
+        swprintf(line.data(), line.size(), L"%04d-%02d-%02d      1 ", year, month, day);
+        ParseJournalLine(line.data());
     }
 }
 

@@ -11,7 +11,10 @@
 
 #include <windows.h>
 
-using namespace DataInterface;
+using DataInterface::dayCount;
+using DataInterface::DeleteDay;
+using DataInterface::ParseJournalLine;
+using DataInterface::WriteJournalFile;
 
 namespace {
 
@@ -19,6 +22,7 @@ class FullDisk : public StoreUnderTest {
 protected:
     void SetUp() override
     {
+        StoreUnderTest::SetUp();
         const char* disk = std::getenv("ODOMIRA_SMALL_DISK");
         ASSERT_NE(disk, nullptr) << "run through tests/data/with-small-disk";
         journal_ = FromUserCodePage(disk) + L"\\journal.jrn";

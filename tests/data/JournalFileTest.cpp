@@ -15,7 +15,20 @@
 
 #include <windows.h>
 
-using namespace DataInterface;
+using DataInterface::AddDay;
+using DataInterface::dayCapacity;
+using DataInterface::dayCount;
+using DataInterface::days;
+using DataInterface::DeleteDay;
+using DataInterface::IsJournalChanged;
+using DataInterface::journalPath;
+using DataInterface::JournalPathIn;
+using DataInterface::LoadJournal;
+using DataInterface::ParseJournalLine;
+using DataInterface::ReadJournalFile;
+using DataInterface::ReplaceDay;
+using DataInterface::SaveJournal;
+using DataInterface::WriteJournalFile;
 using testing::ElementsAre;
 using testing::IsEmpty;
 

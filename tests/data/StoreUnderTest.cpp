@@ -8,13 +8,13 @@
 
 #include <windows.h>
 
-StoreUnderTest::StoreUnderTest()
+void StoreUnderTest::SetUp()
 {
     DeleteFileW(DataInterface::JournalPathIn(ProgramFolder()).c_str());
     DataInterface::LoadJournal();
 }
 
-StoreUnderTest::~StoreUnderTest()
+void StoreUnderTest::TearDown()
 {
     TextFile::Close(1);
     DeleteFileW(DataInterface::JournalPathIn(ProgramFolder()).c_str());

@@ -11,8 +11,8 @@
 /// Each test starts with the program's own journal file missing and an empty store read from it.
 class StoreUnderTest : public testing::Test {
 protected:
-    StoreUnderTest();
-    ~StoreUnderTest() override;
+    void SetUp() override;
+    void TearDown() override;
 };
 
 /// The entries in use, in store order.

@@ -16,7 +16,7 @@ namespace {
 
 class TextFileSlots : public testing::Test {
 protected:
-    ~TextFileSlots() override
+    void TearDown() override
     {
         for (int slot = 1; slot <= 3; ++slot) {
             TextFile::Close(slot);

@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -25,8 +26,8 @@ struct StoredValue {
 /// A section of its own under the program's key, gone before and after each test.
 class RegistryOfSettings : public testing::Test {
 protected:
-    RegistryOfSettings() { Forget(); }
-    ~RegistryOfSettings() override { Forget(); }
+    void SetUp() override { Forget(); }
+    void TearDown() override { Forget(); }
 
     static void Forget() { RegDeleteTreeW(HKEY_LOCAL_MACHINE, programKey); }
 
@@ -161,12 +162,12 @@ TEST_F(RegistryOfSettings, ANewKeyHasTheClassOne)
     SaveRegistryValue(L"Settings", L"Language", L"0");
     HKEY key = nullptr;
     RegOpenKeyExW(HKEY_LOCAL_MACHINE, KeyOf(L"Settings").c_str(), 0, KEY_READ, &key);
-    wchar_t keyClass[16] = {};
-    DWORD length = static_cast<DWORD>(std::size(keyClass));
-    RegQueryInfoKeyW(key, keyClass, &length, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
-                     nullptr);
+    std::array<wchar_t, 16> keyClass{};
+    auto length = static_cast<DWORD>(keyClass.size());
+    RegQueryInfoKeyW(key, keyClass.data(), &length, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
+                     nullptr, nullptr);
     RegCloseKey(key);
-    EXPECT_STREQ(keyClass, L"1");
+    EXPECT_STREQ(keyClass.data(), L"1");
 }
 
 TEST_F(RegistryOfSettings, EverySavedValueLeavesItsKeyOpenAndEveryReadValueCloses)
@@ -205,7 +206,7 @@ TEST_F(RegistryOfSettings, CharactersOutsideTheCodePageBecomeQuestionMarks)
 
 TEST_F(RegistryOfSettings, ReadRegistryString_StopsAtTheFirstNull)
 {
-    using namespace std::string_literals;
+    using std::string_literals::operator""s;
     EXPECT_EQ(ReadRegistryString(L"abc\0def"s), L"abc");
     EXPECT_EQ(ReadRegistryString(L"\0abc"s), L"");
     EXPECT_EQ(ReadRegistryString(L"abc"), L"");

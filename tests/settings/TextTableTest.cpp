@@ -128,7 +128,7 @@ const std::vector<Row> table{
 
 class TextTable : public testing::Test {
 protected:
-    ~TextTable() override { Module1::languageOffset = 0; }
+    void TearDown() override { Module1::languageOffset = 0; }
 };
 
 } // namespace
