@@ -100,8 +100,8 @@ std::wstring Unescaped(const std::string& value)
     const std::wstring text = value.starts_with("&#x")
                                   ? std::wstring{static_cast<wchar_t>(std::stoul(value.substr(3), nullptr, 16))}
                                   : FromUtf8(value);
-    // The type has one shape for the hyphen and the soft hyphen, and the PDF names the latter.
-    return text == L"\u00AD" ? L"-" : text;
+    // The type has one shape for two characters, and the PDF names the rarer one.
+    return text == L"\u00AD" ? L"-" : text == L"\u00A0" ? L" " : text;
 }
 
 /// Puts the characters of one run of equal type together to words: a gap wider than a twentieth of the type separates

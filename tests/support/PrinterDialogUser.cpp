@@ -59,14 +59,21 @@ PrinterDialogUser::PrinterDialogUser(std::function<void(HWND)> answer) : answer_
 
 PrinterDialogUser::~PrinterDialogUser()
 {
-    thread_.join();
+    WaitUntilGone();
+}
+
+void PrinterDialogUser::WaitUntilGone()
+{
+    if (thread_.joinable()) {
+        thread_.join();
+    }
 }
 
 PrinterDialogUser PrinterDialogUser::WhoPrints(int copies)
 {
     return PrinterDialogUser([copies](HWND dialog) {
         const std::wstring text = std::to_wstring(copies);
-        SendDlgItemMessageW(dialog, edt1, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()));
+        SendDlgItemMessageW(dialog, edt3, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()));
         PostMessageW(dialog, WM_COMMAND, IDOK, 0);
     });
 }

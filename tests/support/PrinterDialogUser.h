@@ -14,10 +14,12 @@ public:
     /// Does something else while the dialog is open, then presses OK.
     static PrinterDialogUser WhoPrintsAfter(std::function<void()> action);
 
-    /// Waits until the dialog was there and is gone.
     ~PrinterDialogUser();
     PrinterDialogUser(const PrinterDialogUser&) = delete;
     PrinterDialogUser& operator=(const PrinterDialogUser&) = delete;
+
+    /// Waits until the dialog was there and is gone.
+    void WaitUntilGone();
 
     /// The window that the dialog belonged to; known once it is gone.
     HWND DialogOwner() const noexcept { return owner_; }
