@@ -145,7 +145,7 @@ void Control::ApplyFont()
 {
     const bool usual = font_.face.empty() && font_.points == 0 && !font_.bold && !font_.underline;
     FontOwner former = std::move(ownFont_);
-    ownFont_ = usual ? nullptr : MakeFont(font_, form_.Dpi());
+    ownFont_ = usual ? nullptr : MakeFont(font_, form_.monitorDpi_);
     HFONT font = usual ? form_.font_.get() : ownFont_.get();
     Send(WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
 }

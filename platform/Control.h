@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/AccessibleName.h"
 #include "platform/Event.h"
 #include "platform/Handles.h"
 #include "platform/Twips.h"
@@ -53,6 +54,9 @@ public:
     void SetFont(const ControlFont& font);
     void SetForeColor(SystemColor color);
     void SetBackColor(SystemColor color);
+    /// The name that assistive technology announces, for a control that neither has a caption nor a label right before
+    /// it. Not to be seen.
+    void SetAccessibleName(const std::wstring& name) { accessibleName_.Set(Handle(), name); }
 
 protected:
     friend class Form;
@@ -108,4 +112,5 @@ private:
     FontOwner ownFont_;
     SystemColor foreColor_ = SystemColor::Default;
     SystemColor backColor_ = SystemColor::Default;
+    AccessibleName accessibleName_;
 };

@@ -9,7 +9,12 @@
 /// Text on a form. An ampersand is an ampersand.
 class Label : public Control {
 public:
-    using Control::Control;
+    enum class Alignment { Left, Right };
+
+    Label(Form& form, const char* name, Alignment alignment = Alignment::Left)
+        : Control(form, name), alignment_(alignment)
+    {
+    }
 
     std::wstring Caption() const { return OwnText(); }
     void SetCaption(const std::wstring& caption) { SetOwnText(caption); }
@@ -29,6 +34,7 @@ protected:
     HICON__* Cursor() const override { return cursor_; }
 
 private:
+    Alignment alignment_;
     HICON__* cursor_ = nullptr; ///< shared with the system, which frees it
     bool fitted_ = false;
 };
@@ -172,6 +178,9 @@ public:
     void SetListIndex(int index);
     /// Throws SubscriptOutOfRange when there is no such line.
     std::wstring List(int index) const;
+    /// Where on the form a character of every line begins, in twips from the left, in a font whose characters are all
+    /// of one width; the first is character 0.
+    int LeftOfCharacter(int position) const;
 
     Event<> Click;
     Event<> DblClick;

@@ -95,8 +95,9 @@ void Form::CreateFormWindow()
 {
     // A dialog belongs to the first form, the main window, and opens on its monitor.
     const auto& forms = Loaded();
-    dpi_ = CreateFormFrame(*this, forms.empty() ? nullptr : forms.front()->Handle(), window_);
-    font_ = MakeFont({}, dpi_);
+    monitorDpi_ = CreateFormFrame(*this, forms.empty() ? nullptr : forms.front()->Handle(), window_);
+    dpi_ = LayoutDpi(monitorDpi_);
+    font_ = MakeFont({}, monitorDpi_);
 }
 
 void Form::CreateControls()
@@ -137,7 +138,7 @@ void Form::GiveSizeAndPlace()
     const FormLayout& layout = Layout();
     SIZE size{ToPixels(layout.width, dpi_), ToPixels(layout.height, dpi_)};
     if (layout.kind == FormKind::Dialog) {
-        size = OuterSizeFor(window_.get(), size, dpi_);
+        size = OuterSizeFor(window_.get(), size, monitorDpi_);
     }
     const RECT work = WorkAreaAround(window_.get());
     const int width = std::min<int>(size.cx, work.right - work.left);
@@ -153,6 +154,15 @@ void Form::ApplyScale()
         control->Place();
         control->Scaled();
     }
+}
+
+void Form::Rescale(int monitorDpi)
+{
+    monitorDpi_ = monitorDpi;
+    dpi_ = LayoutDpi(monitorDpi);
+    const FontOwner former =
+        std::exchange(font_, MakeFont({}, monitorDpi)); // in use until every control has the new one
+    ApplyScale();
 }
 
 void Form::Show()
@@ -246,6 +256,9 @@ void Form::Destroy()
     }
     if (window_) {
         SetMenu(window_.get(), nullptr);
+    }
+    for (Control* control : controls_) {
+        control->accessibleName_.Clear();
     }
     window_.reset();
     for (Control* control : controls_) {

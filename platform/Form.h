@@ -58,7 +58,8 @@ public:
     void SetHeight(int twips);
     bool IsMinimised() const;
 
-    /// Dots per inch of the monitor that the form is on.
+    /// Dots per inch that twips are scaled by: those of the monitor that the form is on, more where the user has larger
+    /// text.
     int Dpi() const noexcept { return dpi_; }
     const std::vector<Control*>& Controls() const noexcept { return controls_; }
     WindowHandle Handle() const noexcept { return window_.get(); }
@@ -104,6 +105,7 @@ private:
     void CreateMenu();
     void GiveSizeAndPlace();
     void ApplyScale();
+    void Rescale(int monitorDpi);
     void RunModalLoop();
     void EndModal();
     void Destroy();
@@ -116,6 +118,7 @@ private:
     WindowOwner window_;
     FontOwner font_;
     MenuOwner menu_;
+    int monitorDpi_ = 96;
     int dpi_ = 96;
     bool loading_ = false;
     bool modal_ = false;

@@ -86,6 +86,8 @@ struct FormProcedure {
     static INT_PTR ColorOf(Form& form, HDC surface, HWND window);
     static INT_PTR SetCursorOver(Form& form, HWND window);
     static void Rescale(Form& form, int dpi, const RECT& place);
+    static void FontsChanged(Form& form);
+    static void ColorsChanged(Form& form);
     static void Close(Form& form);
     static INT_PTR QueryEndSession(Form& form);
     static void EndSession(Form& form, bool ending);
@@ -148,6 +150,14 @@ INT_PTR FormProcedure::Handle(Form& form, UINT message, WPARAM wParam, LPARAM lP
     case WM_DPICHANGED:
         Rescale(form, LOWORD(wParam), *reinterpret_cast<const RECT*>(lParam));
         return TRUE;
+    case WM_SETTINGCHANGE:
+        if (wParam == SPI_SETNONCLIENTMETRICS) {
+            FontsChanged(form);
+        }
+        return FALSE;
+    case WM_SYSCOLORCHANGE:
+        ColorsChanged(form);
+        return FALSE;
     case WM_CLOSE:
         Close(form);
         return TRUE;
@@ -205,8 +215,10 @@ INT_PTR FormProcedure::ColorOf(Form& form, HDC surface, HWND window)
         (control->foreColor_ == SystemColor::Default && control->backColor_ == SystemColor::Default)) {
         return FALSE;
     }
-    const int ground = control->backColor_ == SystemColor::WindowBackground ? COLOR_WINDOW : COLOR_BTNFACE;
-    const COLORREF text = control->foreColor_ == SystemColor::Link ? LinkColor() : GetSysColor(COLOR_WINDOWTEXT);
+    const bool onWindow = control->backColor_ == SystemColor::WindowBackground;
+    const int ground = onWindow ? COLOR_WINDOW : COLOR_BTNFACE;
+    const COLORREF usual = GetSysColor(onWindow ? COLOR_WINDOWTEXT : COLOR_BTNTEXT);
+    const COLORREF text = control->foreColor_ == SystemColor::Link ? LinkColor() : usual;
     SetTextColor(surface, IsWindowEnabled(window) != FALSE ? text : GetSysColor(COLOR_GRAYTEXT));
     SetBkColor(surface, GetSysColor(ground));
     return reinterpret_cast<INT_PTR>(GetSysColorBrush(ground));
@@ -224,12 +236,39 @@ INT_PTR FormProcedure::SetCursorOver(Form& form, HWND window)
 
 void FormProcedure::Rescale(Form& form, int dpi, const RECT& place)
 {
-    form.dpi_ = dpi;
-    FontOwner former = std::move(form.font_);
-    form.font_ = MakeFont({}, dpi);
-    form.ApplyScale();
-    SetWindowPos(form.Handle(), nullptr, place.left, place.top, place.right - place.left, place.bottom - place.top,
-                 SWP_NOZORDER | SWP_NOACTIVATE);
+    form.Rescale(dpi);
+    const FormLayout& layout = form.Layout();
+    SIZE size{place.right - place.left, place.bottom - place.top};
+    if (layout.kind == FormKind::Dialog) {
+        // Frames do not grow as their contents do: what counts is that the contents fit.
+        size =
+            OuterSizeFor(form.Handle(), {ToPixels(layout.width, form.dpi_), ToPixels(layout.height, form.dpi_)}, dpi);
+    }
+    SetWindowPos(form.Handle(), nullptr, place.left, place.top, size.cx, size.cy, SWP_NOZORDER | SWP_NOACTIVATE);
+    // Also when the size happens to be the same.
+    form.Form_Resize();
+    RedrawWindow(form.Handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+}
+
+void FormProcedure::FontsChanged(Form& form)
+{
+    RECT place{};
+    GetWindowRect(form.Handle(), &place);
+    if (IsZoomed(form.Handle()) == FALSE && IsIconic(form.Handle()) == FALSE) {
+        const int dpi = LayoutDpi(form.monitorDpi_);
+        place.right = place.left + MulDiv(place.right - place.left, dpi, form.dpi_);
+        place.bottom = place.top + MulDiv(place.bottom - place.top, dpi, form.dpi_);
+    }
+    Rescale(form, form.monitorDpi_, place);
+}
+
+void FormProcedure::ColorsChanged(Form& form)
+{
+    // The system tells the windows of the screen only; some controls keep colours and have to hear of it too.
+    for (const Control* control : form.controls_) {
+        control->Send(WM_SYSCOLORCHANGE);
+    }
+    RedrawWindow(form.Handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
 }
 
 void FormProcedure::Close(Form& form)

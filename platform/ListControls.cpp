@@ -2,6 +2,7 @@
 
 #include "platform/Controls.h"
 
+#include "platform/Form.h"
 #include "platform/RuntimeError.h"
 
 #include <windows.h>
@@ -24,6 +25,18 @@ std::wstring EntryText(SendTo send, UINT lengthMessage, UINT textMessage, int in
     return text;
 }
 
+/// The size in pixels of one line of text in the control's font.
+SIZE SizeInFontOf(HWND control, const std::wstring& text)
+{
+    HDC surface = GetDC(control);
+    HGDIOBJ former = SelectObject(surface, reinterpret_cast<HGDIOBJ>(SendMessageW(control, WM_GETFONT, 0, 0)));
+    SIZE size{};
+    GetTextExtentPoint32W(surface, text.c_str(), static_cast<int>(text.size()), &size);
+    SelectObject(surface, former);
+    ReleaseDC(control, surface);
+    return size;
+}
+
 } // namespace
 
 Control::WindowKind ListBox::Kind() const
@@ -43,14 +56,8 @@ void ListBox::AddItem(const std::wstring& line)
 
 void ListBox::FitScrollRange(const std::wstring& line)
 {
-    HDC surface = GetDC(Handle());
-    HGDIOBJ former = SelectObject(surface, reinterpret_cast<HGDIOBJ>(Send(WM_GETFONT)));
-    SIZE size{};
-    GetTextExtentPoint32W(surface, line.c_str(), static_cast<int>(line.size()), &size);
-    SelectObject(surface, former);
-    ReleaseDC(Handle(), surface);
     constexpr int margin = 4;
-    widest_ = std::max(widest_, static_cast<int>(size.cx) + margin);
+    widest_ = std::max(widest_, static_cast<int>(SizeInFontOf(Handle(), line).cx) + margin);
     Send(LB_SETHORIZONTALEXTENT, static_cast<WPARAM>(widest_));
 }
 
@@ -114,16 +121,17 @@ void ListBox::Scaled()
 {
     widest_ = 0;
     Send(LB_SETHORIZONTALEXTENT, 0);
-    HDC surface = GetDC(Handle());
-    HGDIOBJ former = SelectObject(surface, reinterpret_cast<HGDIOBJ>(Send(WM_GETFONT)));
-    TEXTMETRICW metrics{};
-    GetTextMetricsW(surface, &metrics);
-    SelectObject(surface, former);
-    ReleaseDC(Handle(), surface);
-    Send(LB_SETITEMHEIGHT, 0, metrics.tmHeight);
+    Send(LB_SETITEMHEIGHT, 0, SizeInFontOf(Handle(), L"0").cy);
     for (int index = 0; index < ListCount(); ++index) {
         FitScrollRange(List(index));
     }
+}
+
+int ListBox::LeftOfCharacter(int position) const
+{
+    POINT left{static_cast<LONG>(position) * SizeInFontOf(Handle(), L"0").cx, 0};
+    MapWindowPoints(Handle(), Owner().Handle(), &left, 1);
+    return ToTwips(left.x, Owner().Dpi());
 }
 
 Control::WindowKind ComboBox::Kind() const

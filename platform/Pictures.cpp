@@ -1,40 +1,17 @@
 // Pictures on forms.
 
+#include "platform/Com.h"
 #include "platform/Controls.h"
 #include "platform/RuntimeError.h"
 
 #include <windows.h>
 
-#include <objbase.h>
 #include <ocidl.h>
 #include <olectl.h>
 
 #include <cstring>
 
 namespace {
-
-struct ComReleaser {
-    void operator()(IUnknown* object) const noexcept { object->Release(); }
-};
-template <class T>
-using ComOwner = std::unique_ptr<T, ComReleaser>;
-
-/// The decoders of the system are COM objects: they work while one of these lives.
-class ComApartment {
-public:
-    ComApartment() : entered_(SUCCEEDED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED))) {}
-    ~ComApartment()
-    {
-        if (entered_) {
-            CoUninitialize();
-        }
-    }
-    ComApartment(const ComApartment&) = delete;
-    ComApartment& operator=(const ComApartment&) = delete;
-
-private:
-    bool entered_;
-};
 
 /// A memory surface with one bitmap in it.
 class BitmapSurface {

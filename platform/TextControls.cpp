@@ -9,7 +9,8 @@
 Control::WindowKind Label::Kind() const
 {
     // SS_NOTIFY: the mouse over a label is not the mouse over the form behind it.
-    return {L"STATIC", SS_LEFT | SS_NOPREFIX | SS_NOTIFY};
+    const DWORD alignment = alignment_ == Alignment::Right ? SS_RIGHT : SS_LEFT;
+    return {L"STATIC", alignment | SS_NOPREFIX | SS_NOTIFY};
 }
 
 void Label::SetMouseIcon(int resource)

@@ -2,10 +2,11 @@
 
 struct HICON__;
 
-/// Shows the hourglass as long as it lives, while the program is too busy to answer.
+/// Shows the hourglass as long as it lives, while the program is too busy to answer. What a closed dialog uncovered is
+/// painted first: the user looks at whole windows meanwhile.
 class WaitCursor {
 public:
-    WaitCursor() noexcept;
+    WaitCursor();
     ~WaitCursor();
     WaitCursor(const WaitCursor&) = delete;
     WaitCursor& operator=(const WaitCursor&) = delete;
