@@ -13,11 +13,11 @@
 namespace {
 
 constexpr std::array rows{
-    LayoutRow{"Label1(0)", {165, 165, 1140, 225}},      LayoutRow{"Text1", {165, 435, 900, 345}},
-    LayoutRow{"UpDown1", {1065, 435, 240, 345}},        LayoutRow{"Label1(1)", {1440, 165, 2400, 225}},
-    LayoutRow{"Combo1", {1440, 435, 2400, 345}},        LayoutRow{"Label1(2)", {3975, 165, 1200, 225}},
-    LayoutRow{"Combo3", {3975, 435, 1200, 345}},        LayoutRow{"Label3", {165, 945, 3675, 225}},
-    LayoutRow{"Text3", {165, 1215, 1140, 345}},         LayoutRow{"Label2", {165, 1725, 5010, 225}},
+    LayoutRow{"Label1(0)", {165, 150, 1140, 270}},      LayoutRow{"Text1", {165, 435, 900, 345}},
+    LayoutRow{"UpDown1", {1065, 435, 240, 345}},        LayoutRow{"Label1(1)", {1440, 150, 2400, 270}},
+    LayoutRow{"Combo1", {1440, 435, 2400, 345}},        LayoutRow{"Label1(2)", {3975, 150, 1200, 270}},
+    LayoutRow{"Combo3", {3975, 435, 1200, 345}},        LayoutRow{"Label3", {165, 930, 3675, 270}},
+    LayoutRow{"Text3", {165, 1215, 1140, 345}},         LayoutRow{"Label2", {165, 1710, 5010, 270}},
     LayoutRow{"Text2", {165, 1995, 5010, 345}},         LayoutRow{"addButton", {2820, 2595, 1125, 345}},
     LayoutRow{"cancelButton", {4050, 2595, 1125, 345}},
 };

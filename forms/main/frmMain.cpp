@@ -19,19 +19,19 @@
 
 namespace {
 
-// Heights and widths that depend on the window's size are set by Form_Resize; the zeros wait for it.
+// What depends on the window's size is set by Form_Resize; the zeros wait for it.
 constexpr std::array rows{
     LayoutRow{"Line3", {0, 0, 0, 15}},
     LayoutRow{"Line4", {0, 15, 0, 15}},
     LayoutRow{"TreeView1", {90, 75, 1740, 0}},
-    LayoutRow{"Label6", {1935, 60, 1095, 225}},
-    LayoutRow{"Label4", {3030, 60, 795, 225}},
-    LayoutRow{"Label5", {3855, 60, 0, 225}},
+    LayoutRow{"Label6", {0, 30, 0, 255}},
+    LayoutRow{"Label4", {0, 30, 0, 255}},
+    LayoutRow{"Label5", {0, 30, 0, 255}},
     LayoutRow{"List1", {1920, 285, 0, 0}},
-    LayoutRow{"Label1", {1920, 0, 0, 225}},
-    LayoutRow{"addButton", {1920, 0, 1080, 315}},
-    LayoutRow{"editButton", {3075, 0, 1080, 315}},
-    LayoutRow{"deleteButton", {4230, 0, 1080, 315}},
+    LayoutRow{"Label1", {1920, 0, 0, 270}},
+    LayoutRow{"addButton", {1920, 0, 1110, 315}},
+    LayoutRow{"editButton", {3105, 0, 1110, 315}},
+    LayoutRow{"deleteButton", {4290, 0, 1110, 315}},
     LayoutRow{"sbStatusBar", {0, 0, 0, 0}},
 };
 
@@ -114,6 +114,8 @@ void frmMain::ApplyLanguage()
     deleteButton.SetCaption(LocalText(text::main::deleteDay));
     editButton.SetCaption(LocalText(text::main::editDay));
     addButton.SetCaption(LocalText(text::main::addDay));
+    TreeView1.SetAccessibleName(LocalText(text::add::year) + L", " + LocalText(text::add::month));
+    List1.SetAccessibleName(Label6.Caption() + L", " + Label4.Caption() + L", " + Label5.Caption());
 }
 
 void frmMain::Form_Resize()
@@ -138,10 +140,22 @@ void frmMain::Form_Resize()
     addButton.SetTop(deleteButton.Top());
     List1.SetWidth(width - 2255);
     Label1.SetWidth(List1.Width());
-    Label5.SetWidth(List1.Width() - 1920);
+    PlaceHeadings();
     Line3.SetX2(width + 200);
     Line4.SetX2(width + 200);
     sbStatusBar.FollowForm();
+}
+
+void frmMain::PlaceHeadings()
+{
+    const int date = List1.LeftOfCharacter(0);
+    const int endOfDate = List1.LeftOfCharacter(9);
+    const int endOfDistance = List1.LeftOfCharacter(17);
+    const int route = List1.LeftOfCharacter(18);
+    Label6.Move({date, Label6.Top(), endOfDate - date, Label6.Height()});
+    // The unit ends where the numbers end; a long one begins where the date's own word has long ended.
+    Label4.Move({endOfDate, Label4.Top(), endOfDistance - endOfDate, Label4.Height()});
+    Label5.Move({route, Label5.Top(), List1.Width() - 1920, Label5.Height()});
 }
 
 void frmMain::Form_QueryUnload(bool& cancel, UnloadMode /*mode*/)

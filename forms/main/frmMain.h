@@ -18,9 +18,9 @@ public:
     Line Line3{*this, "Line3", Line::Shade::Shadow};
     Line Line4{*this, "Line4", Line::Shade::Highlight};
     TreeView TreeView1{*this, "TreeView1"};
-    Label Label6{*this, "Label6"}; ///< heading of the dates
-    Label Label4{*this, "Label4"}; ///< heading of the distances: the unit
-    Label Label5{*this, "Label5"}; ///< heading of the routes
+    Label Label6{*this, "Label6"};                          ///< heading of the dates
+    Label Label4{*this, "Label4", Label::Alignment::Right}; ///< heading of the distances: the unit
+    Label Label5{*this, "Label5"};                          ///< heading of the routes
     ListBox List1{*this, "List1"};
     Label Label1{*this, "Label1"}; ///< the month's total
     CommandButton addButton{*this, "addButton"};
@@ -76,6 +76,8 @@ protected:
 
 private:
     void ApplyLanguage();
+    /// Puts each heading over its column, whatever the width of a character is on this screen.
+    void PlaceHeadings();
 
     /// Builds the tree anew from the journal and lists the first month of the first year.
     void FillJournalTree();

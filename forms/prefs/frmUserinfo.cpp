@@ -13,13 +13,13 @@ constexpr const wchar_t* selectAll = L"{HOME}+{END}";
 constexpr std::int16_t checked = 1;
 
 constexpr std::array<LayoutRow, 10> rows{{
-    {"Label1(0)", {165, 165, 4650, 225}},
+    {"Label1(0)", {165, 150, 4650, 270}},
     {"Text9", {165, 435, 4650, 345}},
-    {"Label1(1)", {165, 930, 2250, 225}},
+    {"Label1(1)", {165, 915, 2250, 270}},
     {"Text1", {165, 1200, 2250, 345}},
-    {"Label2", {2565, 930, 2250, 225}},
+    {"Label2", {2565, 915, 2250, 270}},
     {"Text2", {2565, 1200, 2250, 345}},
-    {"Check1", {165, 1755, 4650, 255}},
+    {"Check1", {165, 1740, 4650, 270}},
     {"Text3", {165, 2055, 2250, 345}},
     {"cmdOK", {2460, 2640, 1125, 345}},
     {"cmdCancel", {3690, 2640, 1125, 345}},
@@ -112,6 +112,7 @@ void frmUserinfo::ApplyLanguage()
     Check1.SetCaption(LocalText(text::userinfo::useSocialSecurityNumber));
     cmdOK.SetCaption(L"OK");
     cmdCancel.SetCaption(LocalText(text::userinfo::cancel));
+    Text3.SetAccessibleName(LocalText(text::print::socialSecurityNumber));
 }
 
 /// The number can be typed only while it is used; otherwise its box looks as inert as it is.

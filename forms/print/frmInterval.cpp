@@ -23,28 +23,17 @@ constexpr std::size_t from = 0;
 constexpr std::size_t to = 1;
 
 constexpr std::array rows{
-    LayoutRow{"Frame1", {165, 120, 5295, 1095}},
-    LayoutRow{"Label1(0)", {330, 420, 1140, 225}},
-    LayoutRow{"Text1(0)", {330, 690, 840, 345}},
-    LayoutRow{"UpDown1(0)", {1170, 690, 240, 345}},
-    LayoutRow{"Label1(1)", {1575, 420, 2400, 225}},
-    LayoutRow{"Combo1(0)", {1575, 690, 2400, 345}},
-    LayoutRow{"Label1(2)", {4140, 420, 1155, 225}},
-    LayoutRow{"Combo3(0)", {4140, 690, 1155, 345}},
-    LayoutRow{"Frame2", {165, 1335, 5295, 1095}},
-    LayoutRow{"Label1(5)", {330, 1635, 1140, 225}},
-    LayoutRow{"Text1(1)", {330, 1905, 840, 345}},
-    LayoutRow{"UpDown1(1)", {1170, 1905, 240, 345}},
-    LayoutRow{"Label1(4)", {1575, 1635, 2400, 225}},
-    LayoutRow{"Combo1(1)", {1575, 1905, 2400, 345}},
-    LayoutRow{"Label1(3)", {4140, 1635, 1155, 225}},
-    LayoutRow{"Combo3(1)", {4140, 1905, 1155, 345}},
-    LayoutRow{"Frame3", {165, 2550, 5295, 1200}},
-    LayoutRow{"Option1(0)", {330, 2850, 240, 255}},
-    LayoutRow{"Option1(1)", {330, 3285, 240, 255}},
-    LayoutRow{"Label2", {645, 2865, 4650, 225}},
-    LayoutRow{"Text2", {645, 3240, 4650, 345}},
-    LayoutRow{"addButton", {3000, 3915, 1170, 345}},
+    LayoutRow{"Frame1", {165, 120, 5295, 1095}},        LayoutRow{"Label1(0)", {330, 405, 1140, 270}},
+    LayoutRow{"Text1(0)", {330, 690, 840, 345}},        LayoutRow{"UpDown1(0)", {1170, 690, 240, 345}},
+    LayoutRow{"Label1(1)", {1575, 405, 2400, 270}},     LayoutRow{"Combo1(0)", {1575, 690, 2400, 345}},
+    LayoutRow{"Label1(2)", {4140, 405, 1155, 270}},     LayoutRow{"Combo3(0)", {4140, 690, 1155, 345}},
+    LayoutRow{"Frame2", {165, 1335, 5295, 1095}},       LayoutRow{"Label1(5)", {330, 1620, 1140, 270}},
+    LayoutRow{"Text1(1)", {330, 1905, 840, 345}},       LayoutRow{"UpDown1(1)", {1170, 1905, 240, 345}},
+    LayoutRow{"Label1(4)", {1575, 1620, 2400, 270}},    LayoutRow{"Combo1(1)", {1575, 1905, 2400, 345}},
+    LayoutRow{"Label1(3)", {4140, 1620, 1155, 270}},    LayoutRow{"Combo3(1)", {4140, 1905, 1155, 345}},
+    LayoutRow{"Frame3", {165, 2550, 5295, 1200}},       LayoutRow{"Option1(0)", {330, 2850, 240, 255}},
+    LayoutRow{"Option1(1)", {330, 3285, 240, 255}},     LayoutRow{"Label2", {645, 2850, 4650, 270}},
+    LayoutRow{"Text2", {645, 3240, 4650, 345}},         LayoutRow{"addButton", {3000, 3915, 1170, 345}},
     LayoutRow{"cancelButton", {4290, 3915, 1170, 345}},
 };
 
@@ -87,7 +76,7 @@ void frmInterval::Form_Load()
     ShowDate(to, today);
     ShowDate(from, DefaultFromDate(today));
     Text2.SetText(GetRegistryValue(L"Print", L"Heading", L""));
-    Label2.SetCaption(GetIntervalText());
+    ShowIntervalText();
     // Written as "True" by this program; any other spelling is somebody else's and chooses the user's own heading.
     const bool useDefault = GetRegistryValue(L"Print", L"UseDefaultHeading", L"True") == L"True";
     Option1[useDefault ? 0 : 1].SetValue(true);
@@ -96,18 +85,18 @@ void frmInterval::Form_Load()
 void frmInterval::UpDown1_Change(std::size_t index)
 {
     dates_[index].SpinChanged();
-    Label2.SetCaption(GetIntervalText());
+    ShowIntervalText();
 }
 
 void frmInterval::Combo1_Click(std::size_t index)
 {
     dates_[index].MonthClicked();
-    Label2.SetCaption(GetIntervalText());
+    ShowIntervalText();
 }
 
 void frmInterval::Combo3_Click()
 {
-    Label2.SetCaption(GetIntervalText());
+    ShowIntervalText();
 }
 
 void frmInterval::Text2_KeyPress()
@@ -164,6 +153,9 @@ void frmInterval::ApplyLanguage()
     Frame3.SetCaption(LocalText(text::print::heading));
     addButton.SetCaption(LocalText(text::print::print));
     cancelButton.SetCaption(LocalText(text::print::cancel));
+    const std::wstring ownHeading = LocalText(text::print::heading);
+    Option1[1].SetAccessibleName(ownHeading);
+    Text2.SetAccessibleName(ownHeading);
 }
 
 void frmInterval::ShowDate(std::size_t index, const CalendarDay& date)
@@ -186,6 +178,13 @@ void frmInterval::FillDayList(std::size_t index, std::int16_t year, std::int16_t
     if (chosen >= 0) {
         days.SetListIndex(std::min(chosen, last - 1));
     }
+}
+
+void frmInterval::ShowIntervalText()
+{
+    const std::wstring interval = GetIntervalText();
+    Label2.SetCaption(interval);
+    Option1[0].SetAccessibleName(interval);
 }
 
 std::wstring frmInterval::GetIntervalText() const

@@ -1,0 +1,134 @@
+// Every window on every screen in both languages: room for each text, nothing over anything else, nothing outside.
+#include "tests/forms/desktop/Walk.h"
+
+#include <gmock/gmock.h>
+
+using testing::IsEmpty;
+
+namespace {
+
+constexpr std::string_view journal = "2004-12-31  392.2 Depot 4 to site, return\r\n2004-09-30     -2 Home\r\n";
+
+class Layout : public ProgramUnderTest, public testing::WithParamInterface<std::int16_t> {
+protected:
+    Layout() { UseMessageFontOfWindows(); }
+
+    void StartInLanguage(const wchar_t* unit) { Start({.journal = journal, .unit = unit, .language = GetParam()}); }
+};
+
+RECT PlaceOf(HWND window)
+{
+    RECT place{};
+    GetWindowRect(window, &place);
+    return place;
+}
+
+RECT WorkArea()
+{
+    RECT area{};
+    SystemParametersInfoW(SPI_GETWORKAREA, 0, &area, 0);
+    return area;
+}
+
+bool Holds(const RECT& outer, const RECT& inner)
+{
+    return inner.left >= outer.left && inner.top >= outer.top && inner.right <= outer.right &&
+           inner.bottom <= outer.bottom;
+}
+
+} // namespace
+
+TEST_P(Layout, HasRoomForEveryTextOfTheMainWindow)
+{
+    StartInLanguage(GetParam() == 0 ? L"miles" : L"mil");
+    EXPECT_THAT(WhatIsWrongIn(Main()), IsEmpty());
+}
+
+TEST_P(Layout, HasRoomForEveryTextOfTheMainWindowAtItsSmallest)
+{
+    StartInLanguage(L"miles");
+    SetWindowPos(Main().Handle(), nullptr, 0, 0, 10, 10, SWP_NOMOVE | SWP_NOZORDER);
+    const int dot = 1440 / Main().Dpi();
+    EXPECT_NEAR(Main().Width(), 5700, dot);
+    EXPECT_NEAR(Main().Height(), 4000, dot);
+    EXPECT_THAT(WhatIsWrongIn(Main()), IsEmpty());
+}
+
+TEST_P(Layout, HasRoomForEveryTextOfEveryDialog)
+{
+    StartInLanguage(GetParam() == 0 ? L"miles" : L"mil");
+    int seen = 0;
+    InEveryDialog(user, [&seen](Form& form, const char* name) {
+        SCOPED_TRACE(name);
+        ++seen;
+        EXPECT_THAT(WhatIsWrongIn(form), IsEmpty());
+    });
+    EXPECT_EQ(seen, 7);
+}
+
+TEST_P(Layout, OpensEveryDialogInTheMiddleOfTheMainWindow)
+{
+    StartInLanguage(L"km");
+    const RECT owner = PlaceOf(Main().Handle());
+    InEveryDialog(user, [&owner](Form& form, const char* name) {
+        SCOPED_TRACE(name);
+        const RECT place = PlaceOf(form.Handle());
+        EXPECT_EQ(GetWindow(form.Handle(), GW_OWNER), Main().Handle());
+        EXPECT_NEAR((place.left + place.right) / 2, (owner.left + owner.right) / 2, 1);
+        EXPECT_NEAR((place.top + place.bottom) / 2, (owner.top + owner.bottom) / 2, 1);
+        EXPECT_TRUE(Holds(WorkArea(), place));
+    });
+}
+
+TEST_P(Layout, KeepsADialogOfAWindowInTheCornerOnTheScreen)
+{
+    StartInLanguage(L"km");
+    const RECT work = WorkArea();
+    SetWindowPos(Main().Handle(), nullptr, work.right - 60, work.bottom - 60, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+    InEveryDialog(user, [&work](Form& form, const char* name) {
+        SCOPED_TRACE(name);
+        EXPECT_TRUE(Holds(work, PlaceOf(form.Handle())));
+    });
+}
+
+TEST_P(Layout, OpensTheMainWindowOnTheScreenInAUsefulSize)
+{
+    StartInLanguage(L"km");
+    const RECT work = WorkArea();
+    const RECT place = PlaceOf(Main().Handle());
+    EXPECT_TRUE(Holds(work, place));
+    EXPECT_GE(Main().Width(), std::min(9000, ToTwips(work.right - work.left, Main().Dpi())));
+    EXPECT_GE(Main().Height(), std::min(7000, ToTwips(work.bottom - work.top, Main().Dpi())));
+    // A month of thirty-one days fits on a screen of the usual scale without scrolling, or nearly.
+    EXPECT_GE(Main().List1.Width(), 7000);
+}
+
+TEST_P(Layout, HeadsEachColumnOfTheListWhereItStands)
+{
+    StartInLanguage(L"km");
+    HWND list = Main().List1.Handle();
+    RECT line{};
+    SendMessageW(list, LB_GETITEMRECT, 0, reinterpret_cast<LPARAM>(&line));
+    POINT start{line.left, 0};
+    MapWindowPoints(list, Main().Handle(), &start, 1);
+    HDC surface = GetDC(list);
+    HGDIOBJ former = SelectObject(surface, reinterpret_cast<HGDIOBJ>(SendMessageW(list, WM_GETFONT, 0, 0)));
+    SIZE digit{};
+    GetTextExtentPoint32W(surface, L"0", 1, &digit);
+    SelectObject(surface, former);
+    ReleaseDC(list, surface);
+
+    const auto place = [](const Control& control) {
+        RECT area = PlaceOf(control.Handle());
+        MapWindowPoints(nullptr, Main().Handle(), reinterpret_cast<POINT*>(&area), 2);
+        return area;
+    };
+    const int tolerance = digit.cx / 3; // a list indents its lines by a dot or two
+    EXPECT_NEAR(place(Main().Label6).left, start.x, tolerance);
+    EXPECT_NEAR(place(Main().Label4).right, start.x + 17 * digit.cx, tolerance)
+        << "the unit ends where the numbers end";
+    EXPECT_NEAR(place(Main().Label5).left, start.x + 18 * digit.cx, tolerance);
+}
+
+INSTANTIATE_TEST_SUITE_P(InBothLanguages, Layout, testing::Values(std::int16_t{0}, std::int16_t{100}),
+                         [](const auto& language) { return language.param == 0 ? "English" : "Swedish"; });
