@@ -14,4 +14,7 @@ else()
     $<$<CONFIG:Debug>:-fsanitize=undefined -fsanitize-undefined-trap-on-error>)
   # One file to hand out: nothing of the compiler's run-time lies beside odomira.exe.
   add_link_options(-static $<$<CONFIG:Release>:-s>)
+  # The same commit gives the same bytes, built whenever and wherever: no time and no folder of the builder gets in.
+  add_compile_options($<$<CONFIG:Release>:-ffile-prefix-map=${PROJECT_SOURCE_DIR}/=>)
+  add_link_options($<$<CONFIG:Release>:-Wl,--no-insert-timestamp>)
 endif()
