@@ -1,0 +1,140 @@
+// What the packaging tests ask Windows about rights, from inside:
+//
+//     odomira_rights file PATH       the owner and the list of rights of a file or folder, as text
+//     odomira_rights key PATH        the same for a key of HKEY_LOCAL_MACHINE
+//     odomira_rights user COMMAND    runs the command line as a user who is no administrator; its exit code
+//     odomira_rights lock PATH       makes a key of HKEY_LOCAL_MACHINE, with the rights that Windows gives to new ones
+//
+// The user is the one who runs this, with a token from which the administrators' group is taken and which has no
+// privileges: what a program gets that is started without elevation. Wine lets everybody write to a key until somebody
+// sets its rights, hence the lock.
+#include <windows.h>
+
+#include <aclapi.h>
+#include <sddl.h>
+
+#include <cstdio>
+#include <memory>
+#include <stdexcept>
+#include <string>
+
+namespace {
+
+struct LocalMemoryDeleter {
+    void operator()(void* memory) const noexcept { LocalFree(memory); }
+};
+
+using LocalMemory = std::unique_ptr<void, LocalMemoryDeleter>;
+
+struct HandleDeleter {
+    void operator()(HANDLE handle) const noexcept { CloseHandle(handle); }
+};
+
+using Handle = std::unique_ptr<void, HandleDeleter>;
+
+void Check(bool success, const char* what, DWORD error = GetLastError())
+{
+    if (!success) {
+        throw std::runtime_error(std::string(what) + ": error " + std::to_string(error));
+    }
+}
+
+void PrintRights(std::wstring object, SE_OBJECT_TYPE type)
+{
+    constexpr SECURITY_INFORMATION asked = OWNER_SECURITY_INFORMATION | DACL_SECURITY_INFORMATION;
+    PSECURITY_DESCRIPTOR descriptor = nullptr;
+    const DWORD error =
+        GetNamedSecurityInfoW(object.data(), type, asked, nullptr, nullptr, nullptr, nullptr, &descriptor);
+    Check(error == ERROR_SUCCESS, "GetNamedSecurityInfo", error);
+    const LocalMemory ownedDescriptor(descriptor);
+    wchar_t* text = nullptr;
+    Check(ConvertSecurityDescriptorToStringSecurityDescriptorW(descriptor, SDDL_REVISION_1, asked, &text, nullptr) != 0,
+          "ConvertSecurityDescriptorToStringSecurityDescriptor");
+    const LocalMemory ownedText(text);
+    std::printf("%ls\n", text);
+}
+
+/// The token of this process without the administrators' rights.
+Handle OrdinaryToken()
+{
+    HANDLE raw = nullptr;
+    Check(OpenProcessToken(GetCurrentProcess(), TOKEN_ALL_ACCESS, &raw) != 0, "OpenProcessToken");
+    const Handle own(raw);
+    PSID administrators = nullptr;
+    Check(ConvertStringSidToSidW(L"S-1-5-32-544", &administrators) != 0, "ConvertStringSidToSid");
+    const LocalMemory ownedSid(administrators);
+    SID_AND_ATTRIBUTES taken{administrators, 0};
+    Check(CreateRestrictedToken(own.get(), DISABLE_MAX_PRIVILEGE, 1, &taken, 0, nullptr, 0, nullptr, &raw) != 0,
+          "CreateRestrictedToken");
+    return Handle(raw);
+}
+
+int RunAsUser(std::wstring command)
+{
+    const Handle token = OrdinaryToken();
+    STARTUPINFOW start{};
+    start.cb = sizeof(start);
+    PROCESS_INFORMATION process{};
+    Check(CreateProcessAsUserW(token.get(), nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
+                               &start, &process) != 0,
+          "CreateProcessAsUser");
+    const Handle owned(process.hProcess);
+    const Handle ownedThread(process.hThread);
+    WaitForSingleObject(process.hProcess, INFINITE);
+    DWORD result = 0;
+    GetExitCodeProcess(process.hProcess, &result);
+    return static_cast<int>(result);
+}
+
+/// Full access for the system and the administrators, reading for users.
+void LockKey(const std::wstring& path)
+{
+    HKEY raw = nullptr;
+    const LSTATUS made = RegCreateKeyExW(HKEY_LOCAL_MACHINE, path.c_str(), 0, nullptr, REG_OPTION_NON_VOLATILE,
+                                         KEY_ALL_ACCESS, nullptr, &raw, nullptr);
+    Check(made == ERROR_SUCCESS, "RegCreateKeyEx", static_cast<DWORD>(made));
+    RegCloseKey(raw);
+    PSECURITY_DESCRIPTOR descriptor = nullptr;
+    Check(ConvertStringSecurityDescriptorToSecurityDescriptorW(L"D:P(A;CI;KA;;;SY)(A;CI;KA;;;BA)(A;CI;KR;;;BU)",
+                                                               SDDL_REVISION_1, &descriptor, nullptr) != 0,
+          "ConvertStringSecurityDescriptorToSecurityDescriptor");
+    const LocalMemory ownedDescriptor(descriptor);
+    BOOL present = FALSE;
+    BOOL defaulted = FALSE;
+    PACL rights = nullptr;
+    Check(GetSecurityDescriptorDacl(descriptor, &present, &rights, &defaulted) != 0, "GetSecurityDescriptorDacl");
+    std::wstring object = L"MACHINE\\" + path;
+    const DWORD error = SetNamedSecurityInfoW(object.data(), SE_REGISTRY_KEY,
+                                              DACL_SECURITY_INFORMATION | PROTECTED_DACL_SECURITY_INFORMATION, nullptr,
+                                              nullptr, rights, nullptr);
+    Check(error == ERROR_SUCCESS, "SetNamedSecurityInfo", error);
+}
+
+int Answer(const std::wstring& question, const std::wstring& object)
+{
+    if (question == L"file") {
+        PrintRights(object, SE_FILE_OBJECT);
+    } else if (question == L"key") {
+        PrintRights(L"MACHINE\\" + object, SE_REGISTRY_KEY);
+    } else if (question == L"user") {
+        return RunAsUser(object);
+    } else if (question == L"lock") {
+        LockKey(object);
+    } else {
+        throw std::runtime_error("no such question");
+    }
+    return 0;
+}
+
+} // namespace
+
+int wmain(int count, wchar_t** words)
+{
+    try {
+        Check(count == 3, "needs two words", ERROR_BAD_ARGUMENTS);
+        return Answer(words[1], words[2]);
+    } catch (const std::exception& problem) {
+        std::fprintf(stderr, "odomira_rights: %s\n", problem.what());
+        return 255;
+    }
+}
