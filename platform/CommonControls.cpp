@@ -30,6 +30,7 @@ void UpDown::Created()
     UDACCEL pace{0, 1};
     Send(UDM_SETACCEL, 1, reinterpret_cast<LPARAM>(&pace));
     Send(UDM_SETPOS32, 0, initial_);
+    reported_ = initial_;
 }
 
 int UpDown::Value() const
@@ -39,7 +40,8 @@ int UpDown::Value() const
 
 void UpDown::SetValue(int value)
 {
-    Send(UDM_SETPOS32, 0, std::clamp(value, minimum_, maximum_));
+    reported_ = std::clamp(value, minimum_, maximum_);
+    Send(UDM_SETPOS32, 0, reported_);
     if (value >= minimum_ && value <= maximum_) {
         Change();
     }
@@ -52,7 +54,11 @@ void UpDown::SetBuddy(const TextBox& box)
 
 void UpDown::Scrolled()
 {
-    Change();
+    // The system speaks also when the arrow is let go, and when it is pressed at the end of the range.
+    if (Value() != reported_) {
+        reported_ = Value();
+        Change();
+    }
 }
 
 Control::WindowKind TreeView::Kind() const

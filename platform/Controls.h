@@ -246,6 +246,7 @@ private:
     int minimum_;
     int maximum_;
     int initial_;
+    int reported_ = 0; ///< the number that the form knows
 };
 
 /// A tree of texts with unique keys. Nodes are numbered from 1 in the order they were added.
