@@ -13,7 +13,7 @@
 
 /// What the program finds when it starts.
 struct Beginning {
-    std::string_view journal = ""; ///< the lines of the file
+    std::string journal = {}; ///< the lines of the file
     std::wstring unit = L"km";
     std::int16_t language = 0; ///< 0 English, 100 Swedish
 };

@@ -14,7 +14,7 @@ using testing::IsEmpty;
 
 namespace {
 
-constexpr std::string_view oneDay = "2004-03-15     12 Office\r\n";
+constexpr const char* oneDay = "2004-03-15     12 Office\r\n";
 
 /// A program with a day that is not saved yet.
 class MainWindowClosing : public ProgramUnderTest {

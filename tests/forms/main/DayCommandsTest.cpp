@@ -13,10 +13,10 @@ using testing::IsEmpty;
 
 namespace {
 
-constexpr std::string_view twoMonths = "2004-03-15     12 Office\r\n"
-                                       "2004-03-02    100 \r\n"
-                                       "2004-02-12     -2 Home\r\n"
-                                       "2003-03-01      7 Church\r\n";
+constexpr const char* twoMonths = "2004-03-15     12 Office\r\n"
+                                  "2004-03-02    100 \r\n"
+                                  "2004-02-12     -2 Home\r\n"
+                                  "2003-03-01      7 Church\r\n";
 
 class DayCommands : public ProgramUnderTest {
 protected:

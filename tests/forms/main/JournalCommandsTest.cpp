@@ -16,7 +16,7 @@ using testing::IsEmpty;
 
 namespace {
 
-constexpr std::string_view oneDay = "2004-03-15    120 Office\r\n";
+constexpr const char* oneDay = "2004-03-15    120 Office\r\n";
 
 class JournalCommands : public ProgramUnderTest {
 protected:

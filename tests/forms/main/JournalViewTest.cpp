@@ -18,7 +18,7 @@ protected:
     static std::wstring Total() { return Text(Main().Label1.Handle()); }
 
     /// The total line of a journal of one month.
-    std::wstring TotalOf(std::string_view journal)
+    std::wstring TotalOf(const std::string& journal)
     {
         Start({.journal = journal});
         const std::wstring total = Total();

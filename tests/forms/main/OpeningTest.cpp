@@ -12,10 +12,10 @@ using testing::IsEmpty;
 
 namespace {
 
-constexpr std::string_view threeMonths = "2004-03-15     12 Office\r\n"
-                                         "2004-03-02    100 \r\n"
-                                         "2004-02-12     -2 Home\r\n"
-                                         "2003-12-24      7 Church\r\n";
+constexpr const char* threeMonths = "2004-03-15     12 Office\r\n"
+                                    "2004-03-02    100 \r\n"
+                                    "2004-02-12     -2 Home\r\n"
+                                    "2003-12-24      7 Church\r\n";
 
 class MainWindowOpening : public ProgramUnderTest {};
 
