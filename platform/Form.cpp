@@ -207,6 +207,7 @@ void Form::RunModalLoop()
 void Form::EndModal()
 {
     modal_ = false;
+    WakeMessageLoop();
     // The owner takes input again before this window goes, so that the activation returns to it.
     if (owner_ && owner_->IsLoaded()) {
         EnableWindow(owner_->Handle(), TRUE);
@@ -250,6 +251,7 @@ void Form::Destroy()
 {
     const auto keepAlive = shared_from_this();
     std::erase(Loaded(), keepAlive);
+    WakeMessageLoop();
     UpdateModalOwner();
     if (forget_) {
         forget_();

@@ -340,24 +340,38 @@ void FocusFirstInTabOrder(HWND window)
     SendMessageW(window, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(first), TRUE);
 }
 
-bool HandleNextMessage()
+void WakeMessageLoop() noexcept
 {
-    MSG message{};
-    if (GetMessageW(&message, nullptr, 0, 0) <= 0) {
-        return false;
-    }
+    PostThreadMessageW(GetCurrentThreadId(), WM_NULL, 0, 0);
+}
+
+namespace {
+
+void HandleMessage(MSG& message)
+{
     HWND root = GetAncestor(message.hwnd, GA_ROOT);
     const auto forms = Form::OpenForms();
     const auto form =
         std::ranges::find_if(forms, [root](const auto& candidate) { return candidate->Handle() == root; });
     const bool ours = form != forms.end();
     if (ours && FormProcedure::TurnPage(**form, message)) {
-        return true;
+        return;
     }
     if (!ours || IsDialogMessageW(root, &message) == FALSE) {
         TranslateMessage(&message);
         DispatchMessageW(&message);
     }
+}
+
+} // namespace
+
+bool HandleNextMessage()
+{
+    MSG message{};
+    if (GetMessageW(&message, nullptr, 0, 0) <= 0) {
+        return false;
+    }
+    HandleMessage(message);
     return true;
 }
 
@@ -370,10 +384,12 @@ void RunMessageLoop()
 void DoEvents()
 {
     MSG message{};
-    while (PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE) != FALSE) {
-        if (!HandleNextMessage()) {
-            PostQuitMessage(0);
+    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != FALSE) {
+        if (message.message == WM_QUIT) {
+            // The loops around this one must see it too.
+            PostQuitMessage(static_cast<int>(message.wParam));
             return;
         }
+        HandleMessage(message);
     }
 }

@@ -15,5 +15,9 @@ SIZE OuterSizeFor(HWND window, SIZE client, int dpi);
 /// Gives the focus to the control that the Tab key reaches first.
 void FocusFirstInTabOrder(HWND window);
 
+/// Lets the loop that waits for a message look again whether it is still wanted: a form may be closed by a message that
+/// another program sends, which the wait handles without ending.
+void WakeMessageLoop() noexcept;
+
 /// Waits for one message and handles it, with the dialog keys of the form it is for. False: the program is to end.
 bool HandleNextMessage();
