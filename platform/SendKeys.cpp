@@ -41,6 +41,11 @@ bool HaveKeyboard()
 void SendKeys(std::wstring_view keys)
 {
     std::vector<INPUT> inputs;
+    // A user who came here by Shift+Tab may still hold Shift: it must not colour the keys, and stays down after them.
+    const bool shiftIsHeld = GetAsyncKeyState(VK_SHIFT) < 0;
+    if (shiftIsHeld) {
+        Press(inputs, VK_SHIFT, false);
+    }
     while (!keys.empty()) {
         const bool shift = keys.front() == L'+';
         keys.remove_prefix(shift ? 1 : 0);
@@ -55,6 +60,9 @@ void SendKeys(std::wstring_view keys)
         if (shift) {
             Press(inputs, VK_SHIFT, false);
         }
+    }
+    if (shiftIsHeld) {
+        Press(inputs, VK_SHIFT, true);
     }
     if (HaveKeyboard()) {
         SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
