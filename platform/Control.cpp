@@ -163,6 +163,9 @@ LRESULT CALLBACK ControlObserver::Procedure(HWND window, UINT message, WPARAM wP
         RemoveWindowSubclass(window, Procedure, observerId);
     } else {
         auto& control = *reinterpret_cast<Control*>(data);
+        if (message >= WM_SYSKEYDOWN && message <= WM_SYSCHAR && control.LeavesAltKeys()) {
+            return DefWindowProcW(window, message, wParam, lParam);
+        }
         if (const auto keepAlive = control.form_.weak_from_this().lock()) {
             Guarded([&] { control.Message(message, wParam, lParam); });
         }

@@ -84,6 +84,9 @@ protected:
     virtual void Scrolled() {}
     /// A message to the control's own window, seen before the control acts on it as the system makes it act.
     virtual void Message(unsigned /*message*/, std::uintptr_t /*wParam*/, std::intptr_t /*lParam*/) {}
+    /// F10, Alt+F4 and Alt with a letter go past the control to its form. Not every system's tree view lets them
+    /// through by itself, and the main window opens with the focus in its tree.
+    virtual bool LeavesAltKeys() const { return false; }
     /// The user asked for the next or the previous page (Ctrl+Tab, Ctrl+Shift+Tab). False: not this control's matter.
     virtual bool TurnPage(bool /*forward*/) { return false; }
     /// The cursor over the control, or nothing for the usual one.

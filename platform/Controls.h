@@ -275,6 +275,7 @@ public:
 protected:
     WindowKind Kind() const override;
     void Notify(const void* header) override;
+    bool LeavesAltKeys() const override { return true; }
 
 private:
     struct Node {
