@@ -73,6 +73,23 @@ private:
     static_assert(sizeof(DLGTEMPLATE) % sizeof(wchar_t) == 0, "the texts must follow without a gap");
 };
 
+/// Comes after a handler has corrected the size that it was told of. A size set while the window manager is still
+/// announcing its own may get lost on the way back: the frame would stay too small for what is in it.
+constexpr UINT sizeIsCorrected = WM_APP;
+
+SIZE SizeOf(HWND window)
+{
+    RECT outer{};
+    GetWindowRect(window, &outer);
+    return {outer.right - outer.left, outer.bottom - outer.top};
+}
+
+void ConfirmSize(HWND window)
+{
+    const SIZE size = SizeOf(window);
+    SetWindowPos(window, nullptr, 0, 0, size.cx, size.cy, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
 } // namespace
 
 /// Turns the system's messages into the events of forms and controls.
@@ -85,6 +102,7 @@ struct FormProcedure {
     static void Notify(Form& form, LPARAM lParam);
     static INT_PTR ColorOf(Form& form, HDC surface, HWND window);
     static INT_PTR SetCursorOver(Form& form, HWND window);
+    static void Resize(Form& form);
     static void Rescale(Form& form, int dpi, const RECT& place);
     static void FontsChanged(Form& form);
     static void ColorsChanged(Form& form);
@@ -131,8 +149,11 @@ INT_PTR FormProcedure::Handle(Form& form, UINT message, WPARAM wParam, LPARAM lP
         return TRUE;
     case WM_SIZE:
         if (!form.loading_ && form.IsLoaded()) {
-            form.Form_Resize();
+            Resize(form);
         }
+        return TRUE;
+    case sizeIsCorrected:
+        ConfirmSize(form.Handle());
         return TRUE;
     case WM_ACTIVATE:
         if (LOWORD(wParam) != WA_INACTIVE && !form.loading_ && form.IsLoaded()) {
@@ -232,6 +253,15 @@ INT_PTR FormProcedure::SetCursorOver(Form& form, HWND window)
     }
     SetCursor(control->Cursor());
     return Answer(form, TRUE);
+}
+
+void FormProcedure::Resize(Form& form)
+{
+    const SIZE before = SizeOf(form.Handle());
+    form.Form_Resize();
+    if (const SIZE after = SizeOf(form.Handle()); after.cx != before.cx || after.cy != before.cy) {
+        PostMessageW(form.Handle(), sizeIsCorrected, 0, 0);
+    }
 }
 
 void FormProcedure::Rescale(Form& form, int dpi, const RECT& place)
