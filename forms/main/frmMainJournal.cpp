@@ -46,10 +46,10 @@ void ForEachUpToZero(const NumberArray& numbers, Visit visit)
 }
 
 /// A sum in whole units, halves rounded up, with one blank before its last three digits. Smaller sums have no blank in
-/// front of them.
+/// front of them. What counts as half is the sum as it reads: tenths added up may lie a hair below it.
 std::wstring SumText(double sum)
 {
-    const std::wstring text = FormatNumber(std::round(sum), L"# ##0");
+    const std::wstring text = FormatNumber(std::round(ToDouble(ToText(sum))), L"# ##0");
     return text.substr(text.find_first_not_of(L' '));
 }
 

@@ -215,16 +215,19 @@ TEST_F(JournalView, PutsOneBlankBeforeTheLastThreeDigitsOfTheTotal)
 
 TEST_F(JournalView, ShowsTheTotalInWholeUnitsWithHalvesRoundedUp)
 {
-    const auto inFile = [](std::string text) {
+    const auto inFile = [](std::string text, const std::string& day = "2004-02-14") {
         if (IsSwedishMachine()) {
             text[text.find('.')] = ',';
         }
-        return "2004-02-14 " + text + " \r\n";
+        return day + " " + text + " \r\n";
     };
     EXPECT_EQ(TotalOf(inFile("1234.4")), L"Total: 1 234 km");
     EXPECT_EQ(TotalOf(inFile("1234.5")), L"Total: 1 235 km");
     EXPECT_EQ(TotalOf(inFile("1233.5")), L"Total: 1 234 km");
     EXPECT_EQ(TotalOf(inFile("   0.5")), L"Total: 1 km");
+    EXPECT_EQ(TotalOf(inFile("   0.3") + inFile("   1.9", "2004-02-13") + inFile("   0.3", "2004-02-12")),
+              L"Total: 3 km")
+        << "2.5 as it reads, a hair less as it is added up";
 }
 
 TEST_F(JournalView, AddsTheDistancesOfOneMonthOnly)
