@@ -301,6 +301,14 @@ class Machine:
             raise ValueError(windows_path)
         return os.path.join(self.prefix, "drive_c", *rest.split("\\"))
 
+    def install(self, program, windows_folder):
+        """Puts a program into a folder of the machine, where it may keep files beside itself; returns its Windows path."""
+        folder = self.path(windows_folder)
+        os.makedirs(folder, exist_ok=True)
+        name = os.path.basename(program)
+        shutil.copy(program, os.path.join(folder, name))
+        return windows_folder + "\\" + name
+
     def start(self, command, **more):
         """Starts a Windows program; more goes to Popen."""
         return subprocess.Popen(["setpriv", "--pdeathsig", "KILL", "--", "wine", *command],
