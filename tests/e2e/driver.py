@@ -64,7 +64,7 @@ class Eyes:
 
     def close(self):
         self.process.stdin.close()
-        self.process.wait(20)
+        self.process.wait(PATIENCE)
         self.process.stdout.close()
 
 
@@ -208,7 +208,8 @@ class MessageBox(Window):
 
     @property
     def message(self):
-        return "".join(text for text in self.texts() if text)
+        found = self.program.eyes.ask("controls", self.handle)
+        return next(one["text"] for one in found if one["id"] == 0xFFFF)
 
     @property
     def buttons(self):
@@ -228,17 +229,16 @@ class MessageBox(Window):
 class Program:
     """The program, installed in a folder of the machine; started and looked at from here."""
 
-    name = "odomira.exe"
     folder = "C:\\Odomira"
 
     def __init__(self, machine):
         if not os.path.exists(PROGRAM):
             raise MachineError(f"{PROGRAM} is not built")
         self.machine = machine
+        self.name = os.path.basename(PROGRAM)
         self.processes = []
         self.last_click = (None, 0.0)
-        os.makedirs(machine.path(self.folder))
-        shutil.copy(PROGRAM, self.path(self.name))
+        machine.install(PROGRAM, self.folder)
         self.eyes = Eyes(machine)
 
     def path(self, name):
@@ -256,7 +256,10 @@ class Program:
         return self.processes[-1].returncode
 
     def close(self):
+        """After the machine: its end is the end of what runs on it."""
         self.eyes.close()
+        for process in self.processes:
+            process.wait(PATIENCE)
 
     # ---- what the program has written ----
 
@@ -288,20 +291,24 @@ class Program:
         return [Window(self, one["handle"]) for one in self.eyes.ask("windows", self.name)]
 
     def main_window(self):
-        return until(lambda: next((Window(self, one["handle"]) for one in self.eyes.ask("windows", self.name)
-                                   if one["owner"] == 0 and one["cls"] != "#32770"), None), "main window", 60)
+        def found():
+            for one in self.eyes.ask("windows", self.name):
+                if not one["owner"] and not one["message"]:
+                    return Window(self, one["handle"])
+            return None
+        return until(found, "main window", 60)
 
     def dialog(self, title=None):
         """The topmost window that has an owner and is no message box."""
         def found():
             for one in self.eyes.ask("windows", self.name):
-                if one["owner"] and one["cls"] not in ("#32770", "#32768") and title in (None, one["text"]):
+                if one["owner"] and not one["message"] and one["cls"] != "#32768" and title in (None, one["text"]):
                     return Window(self, one["handle"])
             return None
         return until(found, f"dialog '{title or ''}'")
 
     def message_boxes(self):
-        return [MessageBox(self, one["handle"]) for one in self.eyes.ask("windows", self.name) if one["cls"] == "#32770"]
+        return [MessageBox(self, one["handle"]) for one in self.eyes.ask("windows", self.name) if one["message"]]
 
     def message_box(self):
         """The topmost message box; waits for it, until it has its buttons and the keyboard."""
@@ -390,7 +397,7 @@ class Story(unittest.TestCase):
         self.machine = Machine(self.locale, self.dpi, self.printer)
         self.addCleanup(self.machine.close)
         self.program = Program(self.machine)
-        self.addCleanup(self.program.close)
+        self.addCleanup(self._end)
         self.addCleanup(self._picture_of_a_failure)
         if isinstance(self.journal, bytes):
             self.program.journal = self.journal
@@ -402,17 +409,54 @@ class Story(unittest.TestCase):
         self.program.start()
         self.main = self.program.main_window() if self.waits_for_main_window else None
 
+    def _end(self):
+        self.machine.close()
+        self.program.close()
+
     waits_for_main_window = True
 
     def prepare(self):
         """What else has to be there before the program starts."""
 
     def _picture_of_a_failure(self):
-        problems = [problem for _, problem in self._outcome.result.failures + self._outcome.result.errors]
-        if problems or any(problem for _, problem in getattr(self._outcome, "errors", [])):
+        result = self._outcome.result
+        if any(test is self for test, _ in result.failures + result.errors):
             path = os.path.join(PICTURES, self.id() + ".png")
             self.machine.display.picture(path)
             print(f"The screen is in {path}", file=sys.stderr)
 
     def until(self, condition, what):
         return until(condition, what)
+
+    # ---- the main window ----
+
+    @property
+    def days(self):
+        return self.main.control("ListBox")
+
+    @property
+    def tree(self):
+        return self.main.control("SysTreeView32")
+
+    def expect_days(self, *lines):
+        self.until(lambda: self.days.lines == list(lines), f"list of {lines}, it has {self.days.lines}")
+
+    def fill_day(self, dialog, day=None, distance=None, route=None):
+        """Fills the add or edit dialog; OK is left to the story."""
+        if day is not None:
+            dialog.control("ComboBox", nth=1).choose(day)
+        if distance is not None:
+            dialog.control("Edit", nth=1).type(distance)
+        if route is not None:
+            dialog.control("Edit", nth=2).type(route)
+
+    def delete_line(self, index):
+        self.days.click_line(index)
+        self.until(lambda: self.main.button("Delete").enabled, "Delete to be possible")
+        self.main.button("Delete").click()
+        return self.program.message_box()
+
+    def saved(self, *lines):
+        """The bytes of a journal file with these lines."""
+        header = ["'Source file for Odomira", "'Do not change this file unless absolutely sure."]
+        return "".join(line + "\r\n" for line in header + list(lines)).encode("cp1252")

@@ -138,6 +138,9 @@ std::wstring ProgramOf(HWND window)
     return std::wstring(whole.substr(whole.rfind(L'\\') + 1));
 }
 
+/// Dialogs and message boxes have the same class; only the latter carry their text in a control of this number.
+constexpr int messageText = 0xFFFF;
+
 /// A window that goes away while it is looked at is left out, as it is from the screen.
 std::string Described(HWND window)
 {
@@ -149,6 +152,7 @@ std::string Described(HWND window)
     return Joined({Field("handle", Numbered(window)), Field("cls", Quoted(ClassOf(window))),
                    Field("text", Quoted(TextOf(window))), Field("rect", Json(frame)), Field("client", Json(inside)),
                    Field("enabled", IsWindowEnabled(window) != 0), Field("visible", IsWindowVisible(window) != 0),
+                   Field("message", GetDlgItem(window, messageText) != nullptr),
                    Field("minimised", IsIconic(window) != 0), Field("id", std::to_string(GetDlgCtrlID(window))),
                    Field("style", std::to_string(static_cast<std::uint32_t>(GetWindowLongPtrW(window, GWL_STYLE)))),
                    Field("owner", Numbered(GetWindow(window, GW_OWNER))), Field("parent", Numbered(GetParent(window)))},

@@ -1,0 +1,107 @@
+"""The days of the journal: added, edited, deleted, saved and taken back."""
+from driver import REVERT, SAVE, Story
+
+
+class Adding(Story):
+    journal = "two-days.jrn"
+
+    def open(self):
+        self.main.button("Add...").click()
+        return self.program.dialog("Add")
+
+    def test_a_day_and_saving_writes_it_above_the_older_ones(self):
+        dialog = self.open()
+        self.assertNotIn("3", dialog.control("ComboBox", nth=1).lines, "that day is taken")
+        self.fill_day(dialog, "5", "12.5", "Depot; O'Brien's site")
+        dialog.button("OK").click()
+        dialog.wait_gone()
+        self.expect_days("2004-11-05   12.5 Depot; O'Brien's site", "2004-11-03    100 ")
+        self.assertEqual(self.days.index, 0)
+        self.assertTrue(self.main.button("Edit...").enabled)
+
+        self.program.menu(*SAVE)
+        wanted = self.saved("2004-11-05   12.5 Depot; O'Brien's site", "2004-11-03    100 ",
+                            "2004-02-12   12.5 Office - customer visit")
+        self.until(lambda: self.program.journal == wanted, "the saved journal")
+        self.main.close()
+        self.assertEqual(self.program.wait_end(), 0)
+
+    def test_without_a_day_asks_for_one(self):
+        dialog = self.open()
+        dialog.button("OK").click()
+        box = self.program.message_box()
+        self.assertEqual((box.text, box.message, box.buttons), ("Odomira", "You must choose a day.", ["OK"]))
+        box.answer("OK")
+        self.until(lambda: dialog.control("ComboBox", nth=1).focused, "focus on the day")
+
+    def test_a_distance_that_is_none_is_marked_to_be_typed_again(self):
+        dialog = self.open()
+        self.fill_day(dialog, "5", "abc")
+        for typed, message in (("abc", "Only integers and decimal numbers."), ("-5", "Number of km must be positive."),
+                               ("1234567", "You can only specify the number of km with six (6) characters.\r\n"
+                                           "You have used 7.")):
+            distance = dialog.control("Edit", nth=1)
+            distance.type(typed)
+            dialog.button("OK").click()
+            box = self.program.message_box()
+            self.assertEqual(box.message.replace("\r\n", "\n"), message.replace("\r\n", "\n"))
+            box.answer("OK")
+            self.until(lambda: distance.focused and distance.selection == (0, len(typed)), f"'{typed}' marked")
+        dialog.button("Cancel").click()
+        dialog.wait_gone()
+        self.expect_days("2004-11-03    100 ")
+
+
+class Editing(Story):
+    journal = "two-days.jrn"
+
+    def test_with_a_double_click_changes_the_day_in_place(self):
+        self.days.click_line(0, 2)
+        dialog = self.program.dialog("Edit")
+        self.assertEqual(dialog.control("Edit", nth=1).text, "100")
+        self.fill_day(dialog, distance="0.5", route="Bank")
+        dialog.button("OK").click()
+        dialog.wait_gone()
+        self.expect_days("2004-11-03    0.5 Bank")
+        self.program.menu(*SAVE)
+        wanted = self.saved("2004-11-03    0.5 Bank", "2004-02-12   12.5 Office - customer visit")
+        self.until(lambda: self.program.journal == wanted, "the saved journal")
+
+
+class Deleting(Story):
+    journal = "two-days.jrn"
+
+    def test_asks_first_and_no_is_what_enter_means(self):
+        box = self.delete_line(0)
+        self.assertEqual(box.message, "Do you want to delete selected day?")
+        self.assertEqual((box.buttons, box.default), (["Yes", "No"], "No"))
+        self.program.keys("Return")
+        box.wait_gone()
+        self.expect_days("2004-11-03    100 ")
+
+    def test_the_only_day_of_a_month_takes_the_month_away(self):
+        self.delete_line(0).answer("Yes")
+        self.expect_days()
+        self.until(lambda: [node["text"] for node in self.tree.nodes] == ["2004", "February"], "tree without November")
+        self.assertTrue(self.main.button("Delete").enabled)
+        self.main.button("Delete").click()
+        box = self.program.message_box()
+        self.assertEqual(box.message, "Choose day to delete.")
+        box.answer("OK")
+        self.until(lambda: self.days.focused, "focus on the list")
+
+
+class Reverting(Story):
+    journal = "two-days.jrn"
+
+    def test_brings_back_what_was_saved(self):
+        self.delete_line(0).answer("Yes")
+        self.expect_days()
+        self.program.menu(*REVERT)
+        box = self.program.message_box()
+        self.assertEqual(box.message, "Revert to last time you saved?")
+        self.assertEqual((box.buttons, box.default), (["Yes", "No"], "No"))
+        box.answer("Yes")
+        self.expect_days("2004-11-03    100 ")
+        self.main.close()
+        self.assertEqual(self.program.wait_end(), 0)
