@@ -99,7 +99,9 @@ void Click(HWND window, POINT point, int times)
             inputs.push_back(input);
         }
     }
-    Send(inputs);
+    if (times > 0) {
+        Send(inputs);
+    }
     AwaitQuiet();
 }
 
@@ -224,6 +226,34 @@ void PressKeyWith(WORD modifier, WORD key)
     Key(inputs, modifier, false);
     Send(inputs);
     AwaitQuiet();
+}
+
+void HoldKey(WORD key)
+{
+    std::vector<INPUT> inputs;
+    Key(inputs, key, true);
+    Send(inputs);
+    AwaitQuiet();
+}
+
+void ReleaseKey(WORD key)
+{
+    std::vector<INPUT> inputs;
+    Key(inputs, key, false);
+    Send(inputs);
+    AwaitQuiet();
+}
+
+void MoveTo(HWND window, POINT point)
+{
+    Click(window, point, 0);
+}
+
+void ClickOn(const Control& control)
+{
+    RECT area{};
+    GetClientRect(control.Handle(), &area);
+    Click(control.Handle(), {area.right / 2, area.bottom / 2}, 1);
 }
 
 void ClickAt(HWND window, POINT point)

@@ -41,9 +41,16 @@ void ChooseCommand(const Form& form, std::initializer_list<const wchar_t*> path)
 /// Presses and releases keys on the real keyboard: they reach whatever has the focus.
 void PressKey(WORD key);
 void PressKeyWith(WORD modifier, WORD key);
+/// For keys that stay down while others are pressed.
+void HoldKey(WORD key);
+void ReleaseKey(WORD key);
 
-/// Moves the mouse to a point of the window's client area and clicks there.
+/// Moves the mouse to a point of the window's client area.
+void MoveTo(HWND window, POINT point);
+/// The same, and clicks there.
 void ClickAt(HWND window, POINT point);
+/// Clicks in the middle of a control.
+void ClickOn(const Control& control);
 void DoubleClickAt(HWND window, POINT point);
 
 /// The middle of a line of a list, scrolled into view.
