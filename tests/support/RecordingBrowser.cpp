@@ -46,7 +46,7 @@ BrowserCommand::~BrowserCommand()
 
 std::wstring RecordingBrowser::CommandWith(const std::wstring& record)
 {
-    const std::wstring program = std::filesystem::absolute(ODOMIRA_RECORDING_BROWSER).make_preferred().wstring();
+    const std::wstring program = std::filesystem::path(ODOMIRA_RECORDING_BROWSER).make_preferred().wstring();
     return InQuotes(program) + L' ' + InQuotes(record) + L" \"%1\"";
 }
 

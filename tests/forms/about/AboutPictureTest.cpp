@@ -1,12 +1,11 @@
 #include "forms/about/frmAbout.h"
 #include "tests/forms/FormFixture.h"
-#include "tests/support/LayoutFaults.h"
 
 #include <cstdlib>
 
 namespace {
 
-class AboutLayout : public FormFixture {
+class AboutPicture : public FormFixture {
 protected:
     static bool IsNear(COLORREF seen, COLORREF wanted)
     {
@@ -30,12 +29,7 @@ protected:
 
 } // namespace
 
-TEST_F(AboutLayout, HasRoomForEverything)
-{
-    WhileOpen<frmAbout>([](frmAbout& form) { EXPECT_EQ(LayoutFaults(form), std::vector<std::string>{}); });
-}
-
-TEST_F(AboutLayout, FillsTheWidthWithThePicture)
+TEST_F(AboutPicture, FillsTheWidthOfTheBoxAndShowsTheRoad)
 {
     WhileOpen<frmAbout>([](frmAbout& form) {
         RECT client{};
