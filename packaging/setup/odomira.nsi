@@ -45,6 +45,7 @@ BrandingText "${NAME} ${VERSION}"
 
 !define MUI_ICON "${ICON}"
 !define MUI_UNICON "${ICON}"
+!define MUI_WELCOMEFINISHPAGE_BITMAP "setup.bmp"
 !define MUI_ABORTWARNING
 ; The language of the setup is asked once and kept for upgrades and for the uninstaller.
 !define MUI_LANGDLL_REGISTRY_ROOT HKLM

@@ -116,7 +116,12 @@ class Installation(unittest.TestCase):
         with open(self.requests, "wb") as file:
             self.machine.run([RIGHTS, "key", "Software"], stdout=subprocess.DEVNULL, stderr=file)
         self.program = InstalledProgram(self.machine)
-        self.addCleanup(self.program.close)
+        self.addCleanup(self.end)
+
+    def end(self):
+        """The machine first: with it ends what still runs on it."""
+        self.machine.close()
+        self.program.close()
 
     def put(self, setup=SETUP):
         """Downloads the setup, so to say; returns its path on the machine."""
