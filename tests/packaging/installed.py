@@ -31,6 +31,8 @@ def package(version, folder, program=os.path.join(RELEASE, "odomira.exe"), **mor
 class InstalledProgram(Program):
     """The program where the setup puts it; nothing is there before."""
 
+    name = "odomira.exe"
+
     def __init__(self, machine, folder="C:\\Odomira"):
         self.machine, self.folder = machine, folder
         self.processes = []
@@ -53,7 +55,7 @@ class InstalledProgram(Program):
     def add_day(self, button, distance, route):
         """The first of this month, with the dialog, as a user does, and saves."""
         self.ready().button(button).click()
-        dialog = self._add_dialog()
+        dialog = self.dialog()
         dialog.control("ComboBox", nth=1).choose("1")
         dialog.control("Edit", nth=1).type(distance)
         dialog.control("Edit", nth=2).type(route)
@@ -62,14 +64,6 @@ class InstalledProgram(Program):
         self.ready()
         self.menu(*SAVE)
         until(lambda: route.encode() in (self.journal or b""), "saved journal")
-
-    def _add_dialog(self):
-        def found():
-            for window in self.windows():
-                if window.owner and len(window.controls("Edit")) == 3:
-                    return window
-            return None
-        return until(found, "dialog that adds a day")
 
     def end(self):
         self.ready()

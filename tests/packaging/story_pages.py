@@ -40,17 +40,25 @@ class English(Pages):
         self.assertEqual(self.program.setting("Settings", "Language"), "0")
 
     def test_a_folder_of_something_else_can_be_corrected(self):
+        os.mkdir(self.machine.path("C:\\Odomira"))
+        with open(self.machine.path("C:\\Odomira\\other.txt"), "wb"):
+            pass
         _, setup = self.open_setup()
         setup.press(setup.page("Language / Språk:"), "OK")
         setup.press(setup.page("Journal and settings of an earlier version"), "Next >")
         folder = setup.page("Everybody who uses this computer gets the right")
-        folder.control("Edit").type("C:\\windows")
         setup.press(folder, "Install")
         setup.press(setup.page("Odomira needs a folder of its own"), "OK")
-        folder.control("Edit").type("C:\\My cars")
+        edit = folder.control("Edit")
+        edit.click()
+        until(lambda: edit.focused, "focus on the folder")
+        setup.keys("End")
+        setup.write("2")
+        until(lambda: edit.text == "C:\\Odomira2", "another folder")
         setup.press(folder, "Install")
         setup.page("Odomira is installed")
-        self.assertTrue(os.path.exists(self.machine.path("C:\\My cars\\odomira.exe")))
+        self.assertTrue(os.path.exists(self.machine.path("C:\\Odomira2\\odomira.exe")))
+        self.assertEqual(os.listdir(self.machine.path("C:\\Odomira")), ["other.txt"])
 
     def test_an_upgrade_waits_for_the_program_to_be_closed_and_asks_for_no_folder(self):
         self.install()
