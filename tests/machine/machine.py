@@ -288,6 +288,7 @@ class Machine:
             end_wine(self.environment)
             if self.printing:
                 subprocess.run([self.printing, "stop", self.folder], check=False)
+                self.printing = None
         if self.display:
             self.display.close()
         shutil.rmtree(self.folder, ignore_errors=True)
