@@ -309,14 +309,14 @@ int Form::Height() const
 void Form::SetWidth(int twips)
 {
     const RECT outer = OuterRect(window_.get());
-    SetWindowPos(window_.get(), nullptr, 0, 0, ToPixels(twips, dpi_), outer.bottom - outer.top,
+    SetWindowPos(window_.get(), nullptr, 0, 0, ToPixelsUp(twips, dpi_), outer.bottom - outer.top,
                  SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 void Form::SetHeight(int twips)
 {
     const RECT outer = OuterRect(window_.get());
-    SetWindowPos(window_.get(), nullptr, 0, 0, outer.right - outer.left, ToPixels(twips, dpi_),
+    SetWindowPos(window_.get(), nullptr, 0, 0, outer.right - outer.left, ToPixelsUp(twips, dpi_),
                  SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 

@@ -51,7 +51,7 @@ public:
     std::wstring Caption() const;
     void SetCaption(const std::wstring& caption);
 
-    /// Outer size in twips.
+    /// Outer size in twips. Set, it is at least what was asked for: rounded up to whole pixels.
     int Width() const;
     int Height() const;
     void SetWidth(int twips);

@@ -9,6 +9,12 @@ constexpr int ToPixels(int twips, int dpi) noexcept
     return static_cast<int>((scaled + (scaled >= 0 ? 720 : -720)) / 1440);
 }
 
+/// Twips to the smallest number of pixels that is not less: for a size that must not be missed by part of a pixel.
+constexpr int ToPixelsUp(int twips, int dpi) noexcept
+{
+    return static_cast<int>((static_cast<long long>(twips) * dpi + 1439) / 1440);
+}
+
 /// Pixels to twips, to the nearest twip.
 constexpr int ToTwips(int pixels, int dpi) noexcept
 {
