@@ -14,6 +14,8 @@ RequestExecutionLevel admin
 ManifestDPIAware true
 ManifestSupportedOS Win10
 AllowSkipFiles off
+; The pictures of the pages have the time of somebody's checkout, which is not to get in; the program has the commit's.
+SetDateSave off
 ShowInstDetails nevershow
 ShowUninstDetails nevershow
 
@@ -234,6 +236,7 @@ Section
   ${EndIf}
   ; The folder's rights come first: whatever is made in it later inherits them.
   !insertmacro GiveRights ${FILE_RIGHTS} "$INSTDIR" "${JOURNAL_FOLDER}"
+  SetDateSave on
   File "${STAGE}\${PROGRAM}"
   !insertmacro GiveRights ${FILE_RIGHTS} "$INSTDIR\${PROGRAM}" "${PROGRAM_FILE}"
   WriteUninstaller "$INSTDIR\${UNINSTALLER}"

@@ -22,9 +22,9 @@ SETUP = os.path.join(RELEASE, f"odomira-{VERSION}-setup.exe")
 ENTRY = "Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\Odomira"
 
 
-def package(version, folder, program=os.path.join(RELEASE, "odomira.exe"), **more):
+def package(version, folder, recipe=PACKAGE, **more):
     """Packages the built program under any version; returns the paths of setup and zip."""
-    subprocess.run([PACKAGE, program, version, folder], check=True, **more)
+    subprocess.run([recipe, os.path.join(RELEASE, "odomira.exe"), version, folder], check=True, **more)
     return [os.path.join(folder, f"odomira-{version}-{kind}") for kind in ("setup.exe", "portable.zip")]
 
 

@@ -1,13 +1,14 @@
 """The files that are handed out: what is in them, and that the same program always gives the same bytes."""
 import calendar
 import os
+import shutil
 import struct
 import subprocess
 import tempfile
 import unittest
 import zipfile
 
-from installed import PROJECT, RELEASE, VERSION, package
+from installed import PACKAGE, PROJECT, RELEASE, VERSION, package
 
 PROGRAM = os.path.join(RELEASE, "odomira.exe")
 
@@ -30,14 +31,23 @@ class Packages(unittest.TestCase):
         self.addCleanup(folder.cleanup)
         self.folder = folder.name
 
-    def make(self, name, umask=0o022, **variables):
+    def make(self, name, umask=0o022, recipe=PACKAGE, **variables):
         folder = os.path.join(self.folder, name)
         os.mkdir(folder)
-        return package(VERSION, folder, umask=umask, env=dict(os.environ, **variables))
+        return package(VERSION, folder, recipe, umask=umask, env=dict(os.environ, **variables))
+
+    def another_checkout(self):
+        """What packaging needs, in a folder of another name, with files that are as old as this test."""
+        checkout = os.path.join(self.folder, "another checkout")
+        shutil.copytree(os.path.dirname(PACKAGE), os.path.join(checkout, "packaging"), copy_function=shutil.copy)
+        os.mkdir(os.path.join(checkout, "resources"))
+        shutil.copy(os.path.join(PROJECT, "resources", "odomira.ico"), os.path.join(checkout, "resources"))
+        return os.path.join(checkout, "packaging", "package")
 
     def test_the_same_program_gives_the_same_bytes_wherever_and_whenever(self):
-        here = self.make("a")
-        elsewhere = self.make("a longer name", umask=0o077, TZ="Asia/Tokyo", LC_ALL="C", HOME=self.folder)
+        here = self.make("a", SOURCE_DATE_EPOCH="1000000000")
+        elsewhere = self.make("b", umask=0o077, recipe=self.another_checkout(), SOURCE_DATE_EPOCH="1000000000",
+                              TZ="Asia/Tokyo", LC_ALL="C", HOME=self.folder)
         for one, other in zip(here, elsewhere):
             self.assertEqual(content(one), content(other), os.path.basename(one))
 
