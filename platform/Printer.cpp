@@ -5,8 +5,6 @@
 
 #include <windows.h>
 
-#include <winspool.h>
-
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -57,6 +55,7 @@ public:
         DOCINFOW document{};
         document.cbSize = sizeof document;
         document.lpszDocName = documentName.c_str();
+        document.lpszOutput = device.toFile ? L"FILE:" : nullptr; // the port at which Windows asks for the file
         if (StartDocW(context_.get(), &document) <= 0) {
             RaisePrinterError();
         }

@@ -18,7 +18,8 @@ enum class FillStyle : int { Solid = 0, Transparent = 1 };
 /// A printer and how it is set up (paper, orientation and whatever else its driver knows).
 struct PrinterDevice {
     std::wstring name;
-    std::vector<std::byte> mode; ///< The driver's own block of settings; empty stands for its defaults.
+    std::vector<std::byte> mode{}; ///< The driver's own block of settings; empty stands for its defaults.
+    bool toFile = false;           ///< The system asks for a file when the job begins and prints into that.
 };
 
 /// A document on its way to paper, page by page: what `Printer` draws on. Every member but Abort throws RuntimeError
@@ -55,6 +56,8 @@ class Printer {
 public:
     /// Starts the first page: font Arial 12, black, solid lines one pixel wide, fill transparent, position (0, 0).
     explicit Printer(std::unique_ptr<PrintPages> pages);
+    Printer(const Printer&) = delete;
+    Printer& operator=(const Printer&) = delete;
     Printer(Printer&&) noexcept;
     Printer& operator=(Printer&&) noexcept;
     ~Printer();

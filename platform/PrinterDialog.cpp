@@ -71,7 +71,7 @@ std::pair<std::vector<std::byte>, int> ModeAndCopies(const OwnedMemory& mode)
 
 } // namespace
 
-PrinterChoice PrinterDialog::ShowPrinter() const
+PrinterChoice PrinterDialog::ShowPrinter()
 {
     PRINTDLGW dialog{};
     dialog.lStructSize = sizeof dialog;
@@ -88,5 +88,6 @@ PrinterChoice PrinterDialog::ShowPrinter() const
     auto [block, modeCopies] = ModeAndCopies(mode);
     // A driver that cannot make copies leaves their number in the dialog's own field.
     const int copies = std::max({1, modeCopies, static_cast<int>(dialog.nCopies)});
-    return {{DeviceName(names), std::move(block)}, CheckedInt16(copies)};
+    const bool toFile = (dialog.Flags & PD_PRINTTOFILE) != 0;
+    return {{DeviceName(names), std::move(block), toFile}, CheckedInt16(copies)};
 }

@@ -201,6 +201,7 @@ std::wstring frmInterval::DateText(std::size_t index) const
 /// The date as a number that grows with time, such as 20030417.
 std::int32_t frmInterval::ComparableDate(std::size_t index) const
 {
-    const std::int32_t year = dates_[index].getYear();
-    return CheckedInt32(std::int64_t{year} * 10000 + dates_[index].getMonth() * 100 + Combo3[index].ListIndex() + 1);
+    const std::int64_t year = dates_[index].getYear();
+    const std::int64_t month = dates_[index].getMonth();
+    return CheckedInt32(year * 10000 + month * 100 + Combo3[index].ListIndex() + 1);
 }

@@ -16,7 +16,7 @@
 namespace {
 
 constexpr double device = 2.4; // twips in a pixel of the machine's printer, 600 dots an inch
-const PrinterDevice paper{L"Paper", {}};
+const PrinterDevice paper{L"Paper"};
 
 class PrinterTest : public testing::Test {
 protected:
@@ -267,7 +267,7 @@ TEST(Printer, ThrowsTheDocumentAwayWhenItCannotEnd)
 
 TEST(PrintJob, NeedsAPrinterOfThatName)
 {
-    ExpectPrinterError([] { OpenPrintJob({L"No such printer", {}}, L"Journal"); });
+    ExpectPrinterError([] { OpenPrintJob({L"No such printer"}, L"Journal"); });
 }
 
 TEST(PrintJob, PutsNothingInTheQueueWhenTheDocumentIsThrownAway)

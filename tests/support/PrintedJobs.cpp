@@ -208,3 +208,11 @@ std::size_t JobsEverQueued()
         return entry.is_regular_file() && entry.path().filename().string().starts_with("d");
     }));
 }
+
+std::string TakePrintedFile()
+{
+    const fs::path taken = Printed() / "file.ps";
+    fs::remove(taken);
+    MakeOnHost(taken, L"mv FILE: $1");
+    return Contents(taken);
+}

@@ -18,7 +18,7 @@ struct PrintedWord {
 /// A job that came out of the machine's printer.
 struct PrintedJob {
     std::wstring title;
-    int copies;
+    int copies = 0;
     std::filesystem::path pdf;
 
     std::vector<PrintedWord> Words() const;
@@ -43,3 +43,7 @@ std::vector<PrintedJob> WaitForJobs(std::size_t count);
 
 /// Jobs that the print queue knows of in any state, whether they came out or not.
 std::size_t JobsEverQueued();
+
+/// Takes away what was printed into a file, and returns it. Where Windows asks for the file's name, Wine gives the file
+/// that of the port, "FILE:", and puts it into the folder where the program runs.
+std::string TakePrintedFile();

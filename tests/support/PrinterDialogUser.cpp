@@ -91,6 +91,14 @@ PrinterDialogUser PrinterDialogUser::WhoPrintsAfter(std::function<void()> action
     });
 }
 
+PrinterDialogUser PrinterDialogUser::WhoPrintsIntoAFile()
+{
+    return PrinterDialogUser([](HWND dialog) {
+        CheckDlgButton(dialog, chx1, BST_CHECKED);
+        PostMessageW(dialog, WM_COMMAND, IDOK, 0);
+    });
+}
+
 HWND PrinterDialogUser::WaitForDialog() const
 {
     HWND dialog = nullptr;

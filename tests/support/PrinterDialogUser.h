@@ -11,6 +11,8 @@ public:
     /// Types the number of copies and presses OK.
     static PrinterDialogUser WhoPrints(int copies);
     static PrinterDialogUser WhoCancels();
+    /// Asks for a file instead of paper.
+    static PrinterDialogUser WhoPrintsIntoAFile();
     /// Does something else while the dialog is open, then presses OK.
     static PrinterDialogUser WhoPrintsAfter(std::function<void()> action);
 

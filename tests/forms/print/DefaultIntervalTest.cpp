@@ -5,7 +5,9 @@
 #include <chrono>
 #include <ostream>
 
-using namespace std::chrono;
+namespace chrono = std::chrono;
+using chrono::sys_days;
+using chrono::year_month_day;
 
 namespace {
 
@@ -20,12 +22,12 @@ CalendarDay AsCalendarDay(year_month_day date)
 /// that a day of this month, which is then its first.
 CalendarDay Expected(year_month_day today)
 {
-    if (today.month() == January) {
-        return AsCalendarDay(today - months(1));
+    if (today.month() == chrono::January) {
+        return AsCalendarDay(today - chrono::months(1));
     }
-    const year_month_day back = (today - months(1));
-    const year_month_day_last lastOfBack = back.year() / back.month() / last;
-    const sys_days start = back.ok() ? sys_days(back) + days(1) : sys_days(lastOfBack) + days(1);
+    const year_month_day back = (today - chrono::months(1));
+    const auto lastOfBack = back.year() / back.month() / chrono::last;
+    const sys_days start = back.ok() ? sys_days(back) + chrono::days(1) : sys_days(lastOfBack) + chrono::days(1);
     const year_month_day date(start);
     return AsCalendarDay(date);
 }
@@ -40,8 +42,8 @@ void PrintTo(const CalendarDay& date, std::ostream* out)
 TEST(DefaultInterval, BeginsAMonthBackOnEveryDayOfManyYears)
 {
     for (const int first : {1999, 2003, 2004, 2005, 2096, 2100}) {
-        const sys_days end = year(first + 1) / January / 1;
-        for (sys_days today = year(first) / January / 1; today < end; today += days(1)) {
+        const sys_days end = chrono::year(first + 1) / chrono::January / 1;
+        for (sys_days today = chrono::year(first) / chrono::January / 1; today < end; today += chrono::days(1)) {
             const CalendarDay day = AsCalendarDay(today);
             ASSERT_EQ(DefaultFromDate(day), Expected(today)) << "on " << testing::PrintToString(day);
         }

@@ -22,8 +22,9 @@ constexpr double exact = 1.5 * device;
 
 CalendarDay Plus(const CalendarDay& day, int days)
 {
-    using namespace std::chrono;
-    const year_month_day then = sys_days(year(day.year) / day.month / day.day) + std::chrono::days(days);
+    namespace chrono = std::chrono;
+    const auto start = chrono::year(day.year) / day.month / day.day;
+    const chrono::year_month_day then = chrono::sys_days(start) + chrono::days(days);
     return {static_cast<std::int16_t>(static_cast<int>(then.year())),
             static_cast<std::int16_t>(static_cast<unsigned>(then.month())),
             static_cast<std::int16_t>(static_cast<unsigned>(then.day()))};
@@ -45,7 +46,7 @@ protected:
         return 1 + static_cast<int>(std::floor((13500 - (FirstRow(headerLines) + line_)) / RowStep())) + 1;
     }
 
-    double Width(const std::wstring& text, bool bold = false, double points = 12)
+    static double Width(const std::wstring& text, bool bold = false, double points = 12)
     {
         Printer printer(RecordPages(std::make_shared<Recording>()));
         printer.SetFontBold(bold);

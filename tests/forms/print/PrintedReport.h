@@ -11,13 +11,16 @@
 
 /// A print dialog over an empty journal and empty registry sections, with the texts and unit of one language.
 class ReportTest : public testing::Test {
-protected:
+public:
     ReportTest();
     ~ReportTest() override;
+    ReportTest(const ReportTest&) = delete;
+    ReportTest& operator=(const ReportTest&) = delete;
 
+protected:
     frmInterval& Form() { return *form_; }
     void SpeakSwedish();
-    void SetUserInfo(const std::wstring& value, const std::wstring& text);
+    static void SetUserInfo(const std::wstring& value, const std::wstring& text);
     static void Choose(frmInterval& form, const CalendarDay& from, const CalendarDay& to);
 
     /// Prints the interval and returns the pages as they were drawn. Lines and the printable width are measured on the

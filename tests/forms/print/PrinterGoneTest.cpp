@@ -12,14 +12,16 @@
 
 #include <winspool.h>
 
+#include <string>
+
 namespace {
 
 void RemovePrinter()
 {
     PRINTER_DEFAULTSW rights{nullptr, nullptr, PRINTER_ALL_ACCESS};
-    wchar_t name[] = L"Paper";
+    std::wstring name = L"Paper"; // OpenPrinter wants it writable
     HANDLE printer = nullptr;
-    if (OpenPrinterW(name, &printer, &rights) != FALSE) {
+    if (OpenPrinterW(name.data(), &printer, &rights) != FALSE) {
         DeletePrinter(printer);
         ClosePrinter(printer);
     }

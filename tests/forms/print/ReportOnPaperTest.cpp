@@ -12,7 +12,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
 #include <tuple>
+#include <utility>
 
 namespace {
 
@@ -60,22 +62,29 @@ protected:
         DataInterface::AddDay(2003, 4, 14, 12.5, L"Göteborg");
         DataInterface::AddDay(2003, 4, 19, 100, std::wstring(90, L'm'));
         DataInterface::AddDay(2003, 4, 21, 0, L"Örebro");
-        job_ = PrintJob();
-        words_ = job_.Words();
+        // One sheet serves all the tests that look at it.
+        static std::map<std::pair<bool, bool>, std::pair<PrintedJob, std::vector<PrintedWord>>> sheets;
+        auto& [job, words] = sheets[{Texts().swedish, WithNumber()}];
+        if (words.empty()) {
+            job = PrintSheet();
+            words = job.Words();
+        }
+        job_ = job;
+        words_ = words;
     }
 
-    const Language& Texts() const { return std::get<0>(GetParam()); }
-    bool WithNumber() const { return std::get<1>(GetParam()); }
+    static const Language& Texts() { return std::get<0>(GetParam()); }
+    static bool WithNumber() { return std::get<1>(GetParam()); }
 
-    double HeaderLine(int number) const { return 800 + bigLine + 100 + line * (number + 1); }
-    double TableTop() const { return HeaderLine(WithNumber() ? 3 : 2) + 200 + 2 * line; }
-    double Row(int number) const { return TableTop() + line + 12 + 30 + number * (line + 30); }
+    static double HeaderLine(int number) { return 800 + bigLine + 100 + line * (number + 1); }
+    static double TableTop() { return HeaderLine(WithNumber() ? 3 : 2) + 200 + 2 * line; }
+    static double Row(int number) { return TableTop() + line + 12 + 30 + number * (line + 30); }
 
-    PrintedJob PrintJob()
+    PrintedJob PrintSheet()
     {
         const std::size_t before = JobsEverQueued();
         Choose(Form(), {2003, 4, 12}, {2003, 4, 22});
-        Form().SelectPrinter(Printer(OpenPrintJob({L"Paper", {}}, L"Report")));
+        Form().SelectPrinter(Printer(OpenPrintJob({L"Paper"}, L"Report")));
         Form().PrintJournal();
         return WaitForJobs(before + 1).back();
     }
@@ -177,7 +186,8 @@ TEST_P(ReportOnPaper, HasRulesThatMeetAndShadingUnderTheText)
     EXPECT_EQ(page.At(760, TableTop()), 255) << "nothing left of the table";
     EXPECT_EQ(page.At(sheetWidth - 760, Row(5)), 255) << "nothing right of the table";
     for (const double x : {800.0, 1400.0, 2700.0, 3830.0, sheetWidth - 800}) {
-        for (double y = TableTop() + line; y < Row(11) - 40 + 2 * line; y += 10) {
+        const int end = static_cast<int>(Row(11) - 40 + 2 * line);
+        for (int y = static_cast<int>(TableTop() + line); y < end; y += 10) {
             ASSERT_LT(page.At(x, y), 240) << "a gap in the border at " << x << ", " << y;
         }
     }
@@ -186,7 +196,7 @@ TEST_P(ReportOnPaper, HasRulesThatMeetAndShadingUnderTheText)
         EXPECT_NEAR(page.At(2680, Row(weekend) + 100), shade, 3);
         EXPECT_EQ(page.At(2720, Row(weekend) + 100), 255) << "only the date is shaded";
         int darkest = 255;
-        for (double x = 1450; x < 2650; x += 10) {
+        for (int x = 1450; x < 2650; x += 10) {
             darkest = std::min(darkest, page.At(x, Row(weekend) + 140));
         }
         EXPECT_LT(darkest, black) << "the date shows on the shading";

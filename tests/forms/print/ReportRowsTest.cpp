@@ -7,8 +7,11 @@
 
 #include <numeric>
 
-using namespace std::chrono;
+using std::chrono::days;
+using std::chrono::sys_days;
+using std::chrono::year;
 using testing::ElementsAre;
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -52,8 +55,8 @@ TEST_F(ReportRows, WeekNumber_AgreesWithCountingSundaysFrom1990To2050)
     int dayOfWeek = 1; // 1 January 1990 was a Monday; Sunday is 0
     for (int y = 1990; y <= 2050; ++y) {
         int week = 1;
-        const sys_days newYear = year(y) / January / 1;
-        const sys_days end = year(y + 1) / January / 1;
+        const sys_days newYear = year(y) / std::chrono::January / 1;
+        const sys_days end = year(y + 1) / std::chrono::January / 1;
         for (sys_days day = newYear; day < end; day += days(1), dayOfWeek = (dayOfWeek + 1) % 7) {
             week += dayOfWeek == 0 && day != newYear ? 1 : 0;
             ASSERT_EQ(WeekNumber(day), week) << y << ", day " << (day - newYear).count() + 1;
@@ -63,28 +66,30 @@ TEST_F(ReportRows, WeekNumber_AgreesWithCountingSundaysFrom1990To2050)
 
 TEST_F(ReportRows, WeekNumber_CountsFromTheSundayOnOrBeforeNewYear)
 {
-    EXPECT_EQ(WeekNumber(2004y / January / 5), 2);
-    EXPECT_EQ(WeekNumber(2004y / December / 27), 53);
-    EXPECT_EQ(WeekNumber(2005y / January / 3), 2);
-    EXPECT_EQ(WeekNumber(2006y / January / 2), 1);
-    EXPECT_EQ(WeekNumber(2012y / December / 31), 53);
-    EXPECT_EQ(WeekNumber(2000y / December / 31), 54) << "a Sunday, in a leap year that began on a Saturday";
+    EXPECT_EQ(WeekNumber(2004y / std::chrono::January / 5), 2);
+    EXPECT_EQ(WeekNumber(2004y / std::chrono::December / 27), 53);
+    EXPECT_EQ(WeekNumber(2005y / std::chrono::January / 3), 2);
+    EXPECT_EQ(WeekNumber(2006y / std::chrono::January / 2), 1);
+    EXPECT_EQ(WeekNumber(2012y / std::chrono::December / 31), 53);
+    EXPECT_EQ(WeekNumber(2000y / std::chrono::December / 31), 54)
+        << "a Sunday, in a leap year that began on a Saturday";
 }
 
 TEST_F(ReportRows, RowOfDay_LabelsMondaysAndShadesWeekends)
 {
-    EXPECT_EQ(RowOfDay(2003y / April / 14).week, L"v 16");
-    EXPECT_FALSE(RowOfDay(2003y / April / 14).weekend);
-    EXPECT_EQ(RowOfDay(2003y / April / 15).week, L"");
-    EXPECT_FALSE(RowOfDay(2003y / April / 18).weekend);
-    EXPECT_TRUE(RowOfDay(2003y / April / 19).weekend);
-    EXPECT_TRUE(RowOfDay(2003y / April / 20).weekend);
-    EXPECT_EQ(RowOfDay(2003y / April / 20).week, L"") << "weeks begin on Sunday, their label stands on Monday";
+    EXPECT_EQ(RowOfDay(2003y / std::chrono::April / 14).week, L"v 16");
+    EXPECT_FALSE(RowOfDay(2003y / std::chrono::April / 14).weekend);
+    EXPECT_EQ(RowOfDay(2003y / std::chrono::April / 15).week, L"");
+    EXPECT_FALSE(RowOfDay(2003y / std::chrono::April / 18).weekend);
+    EXPECT_TRUE(RowOfDay(2003y / std::chrono::April / 19).weekend);
+    EXPECT_TRUE(RowOfDay(2003y / std::chrono::April / 20).weekend);
+    EXPECT_EQ(RowOfDay(2003y / std::chrono::April / 20).week, L"")
+        << "weeks begin on Sunday, their label stands on Monday";
 }
 
 TEST_F(ReportRows, RowOfDay_WithoutAnEntryHasOnlyItsDate)
 {
-    const ReportRow row = RowOfDay(2003y / April / 7);
+    const ReportRow row = RowOfDay(2003y / std::chrono::April / 7);
     EXPECT_EQ(row.date, L"2003-04-07");
     EXPECT_EQ(row.distance, L"");
     EXPECT_EQ(row.amount, 0);
@@ -94,7 +99,7 @@ TEST_F(ReportRows, RowOfDay_WithoutAnEntryHasOnlyItsDate)
 TEST_F(ReportRows, RowOfDay_ShowsDistanceAndRouteOfTheJournal)
 {
     DataInterface::AddDay(2003, 4, 17, 100, L"Göteborg - Malmö");
-    const ReportRow row = RowOfDay(2003y / April / 17);
+    const ReportRow row = RowOfDay(2003y / std::chrono::April / 17);
     EXPECT_EQ(row.distance, L"100");
     EXPECT_EQ(row.amount, 100);
     EXPECT_EQ(row.route, L"Göteborg - Malmö");
@@ -103,24 +108,24 @@ TEST_F(ReportRows, RowOfDay_ShowsDistanceAndRouteOfTheJournal)
 TEST_F(ReportRows, RowOfDay_TakesADistanceOf0AsADistance)
 {
     DataInterface::AddDay(2003, 4, 17, 0, L"");
-    EXPECT_EQ(RowOfDay(2003y / April / 17).distance, L"0");
+    EXPECT_EQ(RowOfDay(2003y / std::chrono::April / 17).distance, L"0");
 }
 
 TEST_F(ReportRows, RowOfDay_LeavesOutEveryNegativeDistanceButNotItsRoute)
 {
     DataInterface::AddDay(2003, 4, 17, -2, L"Trade fair");
     DataInterface::AddDay(2003, 4, 18, -0.5, L"Bank");
-    EXPECT_EQ(RowOfDay(2003y / April / 17).distance, L"");
-    EXPECT_EQ(RowOfDay(2003y / April / 17).amount, 0);
-    EXPECT_EQ(RowOfDay(2003y / April / 17).route, L"Trade fair");
-    EXPECT_EQ(RowOfDay(2003y / April / 18).distance, L"");
-    EXPECT_EQ(RowOfDay(2003y / April / 18).amount, 0);
+    EXPECT_EQ(RowOfDay(2003y / std::chrono::April / 17).distance, L"");
+    EXPECT_EQ(RowOfDay(2003y / std::chrono::April / 17).amount, 0);
+    EXPECT_EQ(RowOfDay(2003y / std::chrono::April / 17).route, L"Trade fair");
+    EXPECT_EQ(RowOfDay(2003y / std::chrono::April / 18).distance, L"");
+    EXPECT_EQ(RowOfDay(2003y / std::chrono::April / 18).amount, 0);
 }
 
 TEST_F(ReportRows, RowOfDay_AddsTheNumberThatIsShown)
 {
     DataInterface::AddDay(2003, 4, 17, 0.1 + 0.2, L"");
-    const ReportRow row = RowOfDay(2003y / April / 17);
+    const ReportRow row = RowOfDay(2003y / std::chrono::April / 17);
     EXPECT_EQ(row.distance.size(), 3U) << "0.3 with the user's decimal separator";
     EXPECT_EQ(row.amount, 0.3);
 }
@@ -134,8 +139,8 @@ TEST_F(ReportRows, SumText_KeepsThePlaceOfTheSignBlank)
 
 TEST_F(ReportRows, ReportDay_ReadsYearMonthDayUnderEveryLocale)
 {
-    EXPECT_EQ(ReportDay(L"2003-04-17"), sys_days(2003y / April / 17));
-    EXPECT_EQ(ReportDay(L"2004-02-29"), sys_days(2004y / February / 29));
+    EXPECT_EQ(ReportDay(L"2003-04-17"), sys_days(2003y / std::chrono::April / 17));
+    EXPECT_EQ(ReportDay(L"2004-02-29"), sys_days(2004y / std::chrono::February / 29));
     for (const wchar_t* text : {L"", L"2003", L"2003-04", L"2003-13-01", L"2003-00-10", L"2003-02-29", L"2003-04-31",
                                 L"2003-04-00", L"x-04-17", L"2003--04"}) {
         EXPECT_EQ(ErrorOf([text] { ReportDay(text); }), ErrorNumber::TypeMismatch);

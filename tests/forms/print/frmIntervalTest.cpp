@@ -284,6 +284,19 @@ TEST_F(IntervalDialog, PrintsTheReportOnceForEachCopyAndCloses)
     DataInterface::DeleteDay(2003, 5, 1);
 }
 
+TEST_F(IntervalDialog, PrintsIntoAFileInsteadOfOnPaperWhenTheUserAsksForThat)
+{
+    const std::size_t before = JobsEverQueued();
+    frmInterval& form = Open();
+    {
+        const auto user = PrinterDialogUser::WhoPrintsIntoAFile();
+        Press(form.addButton);
+    }
+    EXPECT_FALSE(IsOpen());
+    EXPECT_TRUE(TakePrintedFile().starts_with("%!PS"));
+    EXPECT_EQ(JobsEverQueued(), before);
+}
+
 TEST_F(IntervalDialog, PrintsAnIntervalOfOneDay)
 {
     const std::size_t before = JobsEverQueued();
