@@ -32,14 +32,6 @@ void UpdateModalOwner()
     SetModalOwner(top != forms.rend() ? (*top)->Handle() : nullptr);
 }
 
-RECT WorkAreaAround(HWND window)
-{
-    MONITORINFO monitor{};
-    monitor.cbSize = sizeof monitor;
-    GetMonitorInfoW(MonitorFromWindow(window, MONITOR_DEFAULTTOPRIMARY), &monitor);
-    return monitor.rcWork;
-}
-
 RECT OuterRect(HWND window)
 {
     RECT outer{};
@@ -136,14 +128,8 @@ void Form::CreateMenu()
 void Form::GiveSizeAndPlace()
 {
     const FormLayout& layout = Layout();
-    SIZE size{ToPixels(layout.width, dpi_), ToPixels(layout.height, dpi_)};
-    if (layout.kind == FormKind::Dialog) {
-        size = OuterSizeFor(window_.get(), size, monitorDpi_);
-    }
-    const RECT work = WorkAreaAround(window_.get());
-    const int width = std::min<int>(size.cx, work.right - work.left);
-    const int height = std::min<int>(size.cy, work.bottom - work.top);
-    CentreOver(window_.get(), work, width, height);
+    const SIZE size = FrameSize(window_.get(), layout, dpi_, monitorDpi_);
+    CentreOver(window_.get(), WorkAreaAround(window_.get()), size.cx, size.cy);
     ApplyScale();
 }
 

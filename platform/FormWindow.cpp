@@ -103,6 +103,7 @@ struct FormProcedure {
     static INT_PTR ColorOf(Form& form, HDC surface, HWND window);
     static INT_PTR SetCursorOver(Form& form, HWND window);
     static void Resize(Form& form);
+    static void KeepDialogSize(const Form& form, WINDOWPOS& wanted);
     static void Rescale(Form& form, int dpi, const RECT& place);
     static void FontsChanged(Form& form);
     static void ColorsChanged(Form& form);
@@ -152,6 +153,9 @@ INT_PTR FormProcedure::Handle(Form& form, UINT message, WPARAM wParam, LPARAM lP
             Resize(form);
         }
         return TRUE;
+    case WM_WINDOWPOSCHANGING:
+        KeepDialogSize(form, *reinterpret_cast<WINDOWPOS*>(lParam));
+        return FALSE;
     case sizeIsCorrected:
         ConfirmSize(form.Handle());
         return TRUE;
@@ -264,15 +268,27 @@ void FormProcedure::Resize(Form& form)
     }
 }
 
+/// A dialog has the size of its layout whoever asks for another: a window manager may announce late, when the dialog is
+/// already on the screen, the size that it had before it got this one, and all of it would shrink to nothing.
+void FormProcedure::KeepDialogSize(const Form& form, WINDOWPOS& wanted)
+{
+    const FormLayout& layout = form.Layout();
+    if (layout.kind != FormKind::Dialog || !form.IsLoaded() || IsIconic(form.Handle()) != FALSE ||
+        (wanted.flags & SWP_NOSIZE) != 0) {
+        return;
+    }
+    const SIZE size = FrameSize(form.Handle(), layout, form.dpi_, form.monitorDpi_);
+    wanted.cx = size.cx;
+    wanted.cy = size.cy;
+}
+
 void FormProcedure::Rescale(Form& form, int dpi, const RECT& place)
 {
     form.Rescale(dpi);
     const FormLayout& layout = form.Layout();
     SIZE size{place.right - place.left, place.bottom - place.top};
     if (layout.kind == FormKind::Dialog) {
-        // Frames do not grow as their contents do: what counts is that the contents fit.
-        size =
-            OuterSizeFor(form.Handle(), {ToPixels(layout.width, form.dpi_), ToPixels(layout.height, form.dpi_)}, dpi);
+        size = FrameSize(form.Handle(), layout, form.dpi_, dpi);
     }
     SetWindowPos(form.Handle(), nullptr, place.left, place.top, size.cx, size.cy, SWP_NOZORDER | SWP_NOACTIVATE);
     // Also when the size happens to be the same.
@@ -355,13 +371,26 @@ int CreateFormFrame(Form& form, HWND owner, WindowOwner& window)
     return static_cast<int>(GetDpiForWindow(window.get()));
 }
 
-SIZE OuterSizeFor(HWND window, SIZE client, int dpi)
+RECT WorkAreaAround(HWND window)
 {
-    RECT outer{0, 0, client.cx, client.cy};
-    AdjustWindowRectExForDpi(&outer, static_cast<DWORD>(GetWindowLongPtrW(window, GWL_STYLE)),
-                             GetMenu(window) != nullptr ? TRUE : FALSE,
-                             static_cast<DWORD>(GetWindowLongPtrW(window, GWL_EXSTYLE)), static_cast<UINT>(dpi));
-    return {outer.right - outer.left, outer.bottom - outer.top};
+    MONITORINFO monitor{};
+    monitor.cbSize = sizeof monitor;
+    GetMonitorInfoW(MonitorFromWindow(window, MONITOR_DEFAULTTOPRIMARY), &monitor);
+    return monitor.rcWork;
+}
+
+SIZE FrameSize(HWND window, const FormLayout& layout, int layoutDpi, int monitorDpi)
+{
+    RECT outer{0, 0, ToPixels(layout.width, layoutDpi), ToPixels(layout.height, layoutDpi)};
+    if (layout.kind == FormKind::Dialog) {
+        // Frames do not grow as their contents do: what counts is that the contents fit.
+        AdjustWindowRectExForDpi(&outer, static_cast<DWORD>(GetWindowLongPtrW(window, GWL_STYLE)), FALSE,
+                                 static_cast<DWORD>(GetWindowLongPtrW(window, GWL_EXSTYLE)),
+                                 static_cast<UINT>(monitorDpi));
+    }
+    const RECT work = WorkAreaAround(window);
+    return {std::min(outer.right - outer.left, work.right - work.left),
+            std::min(outer.bottom - outer.top, work.bottom - work.top)};
 }
 
 void FocusFirstInTabOrder(HWND window)

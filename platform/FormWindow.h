@@ -9,8 +9,10 @@
 /// Makes the bare window of a form into window, without controls and hidden; returns the DPI that it is on.
 int CreateFormFrame(Form& form, HWND owner, WindowOwner& window);
 
-/// The outer size in pixels of a window whose client area has the given size.
-SIZE OuterSizeFor(HWND window, SIZE client, int dpi);
+RECT WorkAreaAround(HWND window);
+
+/// The outer size in pixels that the layout gives to the window, at most the work area's. A dialog always has it.
+SIZE FrameSize(HWND window, const FormLayout& layout, int layoutDpi, int monitorDpi);
 
 /// Gives the focus to the control that the Tab key reaches first.
 void FocusFirstInTabOrder(HWND window);

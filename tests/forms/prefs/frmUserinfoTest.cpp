@@ -332,3 +332,18 @@ TEST_F(UserinfoDialog, DoesNotTakeANumberOfTheRegistryForAText)
     EXPECT_EQ(ErrorOf([] { The<frmUserinfo>()->ShowModal(); }), ErrorNumber::TypeMismatch);
     EXPECT_EQ(OpenDialogs(), 0U);
 }
+
+TEST_F(UserinfoDialog, KeepsItsSizeWhoeverAsksForAnother)
+{
+    WhileOpen([](frmUserinfo& form) {
+        const int width = form.Width();
+        const int height = form.Height();
+        SetWindowPos(form.Handle(), nullptr, 40, 50, 10, 10, SWP_NOZORDER);
+        EXPECT_EQ(form.Width(), width);
+        EXPECT_EQ(form.Height(), height);
+        RECT place{};
+        GetWindowRect(form.Handle(), &place);
+        EXPECT_EQ(place.left, 40) << "but it can be moved";
+        EXPECT_EQ(place.top, 50) << "but it can be moved";
+    });
+}
