@@ -13,7 +13,10 @@ class Layout : public ProgramUnderTest, public testing::WithParamInterface<std::
 protected:
     Layout() { UseMessageFontOfWindows(); }
 
-    void StartInLanguage(const wchar_t* unit) { Start({.journal = journal, .unit = unit, .language = GetParam()}); }
+    void StartInLanguage(const wchar_t* unit)
+    {
+        Start({.journal = std::string(journal), .unit = unit, .language = GetParam()});
+    }
 };
 
 RECT PlaceOf(HWND window)

@@ -29,6 +29,12 @@ protected:
         return GetFocus() == box.Handle() && from == 0 && to == box.Text().size();
     }
 
+    /// Keys take their way through the system: the text is selected a moment after the box got the focus.
+    static void AwaitSelected(const TextBox& box)
+    {
+        Await([&] { return AllIsSelected(box); }, box.Name());
+    }
+
     /// The colour that a box shows where it has no text.
     static COLORREF GroundOf(const TextBox& box)
     {
@@ -59,7 +65,7 @@ protected:
     static void TypeInto(const TextBox& box, const std::wstring& text)
     {
         ClickOn(box);
-        EXPECT_TRUE(AllIsSelected(box)) << box.Name();
+        AwaitSelected(box);
         Type(box, text);
         EXPECT_TRUE(box.Text() == text) << box.Name();
     }
@@ -144,7 +150,7 @@ TEST_F(UserinfoDialog, StoresEmptyFieldsAsEmptyTexts)
     WhileOpen([](frmUserinfo& form) {
         for (const TextBox* box : {&form.Text1, &form.Text2, &form.Text9}) {
             ClickOn(*box);
-            EXPECT_TRUE(AllIsSelected(*box)) << box->Name();
+            AwaitSelected(*box);
             PressKey(VK_DELETE);
             EXPECT_TRUE(box->Text().empty()) << box->Name();
         }
@@ -193,14 +199,14 @@ TEST_F(UserinfoDialog, SelectsTheWholeTextOfABoxThatTheTabKeyReaches)
 {
     FillStore();
     WhileOpen([](frmUserinfo& form) {
-        EXPECT_TRUE(AllIsSelected(form.Text9)) << "on opening";
+        AwaitSelected(form.Text9);
         for (const TextBox* box : {&form.Text1, &form.Text2}) {
             PressKey(VK_TAB);
-            EXPECT_TRUE(AllIsSelected(*box)) << box->Name();
+            AwaitSelected(*box);
         }
         PressKey(VK_TAB);
         PressKey(VK_TAB);
-        EXPECT_TRUE(AllIsSelected(form.Text3));
+        AwaitSelected(form.Text3);
         PressKey('N');
         EXPECT_TRUE(form.Text3.Text() == L"n") << "typing replaces it";
     });
@@ -210,12 +216,12 @@ TEST_F(UserinfoDialog, SelectsTheWholeTextAlsoOnTheWayBack)
 {
     FillStore();
     WhileOpen([](frmUserinfo& form) {
-        EXPECT_TRUE(AllIsSelected(form.Text9));
+        AwaitSelected(form.Text9);
         PressKey(VK_END);
         PressKey(VK_TAB);
-        EXPECT_TRUE(AllIsSelected(form.Text1));
+        AwaitSelected(form.Text1);
         PressKeyWith(VK_SHIFT, VK_TAB);
-        EXPECT_TRUE(AllIsSelected(form.Text9));
+        AwaitSelected(form.Text9);
     });
 }
 
@@ -223,13 +229,13 @@ TEST_F(UserinfoDialog, SelectsTheWholeTextWhileShiftIsStillHeld)
 {
     FillStore();
     WhileOpen([](frmUserinfo& form) {
-        EXPECT_TRUE(AllIsSelected(form.Text9));
+        AwaitSelected(form.Text9);
         PressKey(VK_END);
         PressKey(VK_TAB);
-        EXPECT_TRUE(AllIsSelected(form.Text1));
+        AwaitSelected(form.Text1);
         HoldKey(VK_SHIFT);
         PressKey(VK_TAB);
-        EXPECT_TRUE(AllIsSelected(form.Text9));
+        AwaitSelected(form.Text9);
         EXPECT_TRUE(GetAsyncKeyState(VK_SHIFT) < 0) << "the user still holds the key";
         ReleaseKey(VK_SHIFT);
     });
