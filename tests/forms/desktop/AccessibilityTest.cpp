@@ -18,7 +18,7 @@ using testing::Not;
 
 namespace {
 
-constexpr std::string_view journal = "2004-12-31  392.2 Depot 4 to site, return\r\n";
+constexpr const char* journal = "2004-12-31  392.2 Depot 4 to site, return\r\n";
 
 class Announcing : public ProgramUnderTest {
 protected:

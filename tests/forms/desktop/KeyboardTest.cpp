@@ -21,10 +21,10 @@ using testing::SizeIs;
 
 namespace {
 
-constexpr std::string_view journal = "2004-12-31  392.2 Depot 4 to site, return\r\n"
-                                     "2004-12-24     12 Church\r\n"
-                                     "2004-09-30     -2 Home\r\n"
-                                     "2003-05-01      7 Parade\r\n";
+constexpr const char* journal = "2004-12-31  392.2 Depot 4 to site, return\r\n"
+                                "2004-12-24     12 Church\r\n"
+                                "2004-09-30     -2 Home\r\n"
+                                "2003-05-01      7 Parade\r\n";
 
 class Keyboard : public ProgramUnderTest {
 protected:

@@ -7,7 +7,7 @@ using testing::IsEmpty;
 
 namespace {
 
-constexpr std::string_view journal = "2004-12-31  392.2 Depot 4 to site, return\r\n2004-09-30     -2 Home\r\n";
+constexpr const char* journal = "2004-12-31  392.2 Depot 4 to site, return\r\n2004-09-30     -2 Home\r\n";
 
 class Layout : public ProgramUnderTest, public testing::WithParamInterface<std::int16_t> {
 protected:

@@ -284,7 +284,7 @@ void UseMessageFont(int points)
     ReleaseDC(nullptr, screen);
     metrics.lfMessageFont.lfWidth = 0;
     lstrcpyW(metrics.lfMessageFont.lfFaceName, L"Segoe UI");
-    SystemParametersInfoW(SPI_SETNONCLIENTMETRICS, sizeof metrics, &metrics, SPIF_SENDCHANGE);
+    SystemParametersInfoW(SPI_SETNONCLIENTMETRICS, sizeof metrics, &metrics, SPIF_UPDATEINIFILE | SPIF_SENDCHANGE);
 }
 
 void UseMessageFontOfWindows()

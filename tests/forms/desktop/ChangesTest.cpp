@@ -1,0 +1,321 @@
+// What changes under the running program: the screen it is on, the user's fonts and colours, and long work.
+#include "tests/forms/desktop/Walk.h"
+
+#include "forms/about/frmAbout.h"
+#include "forms/prefs/frmUserinfo.h"
+#include "platform/WaitCursor.h"
+
+#include <gmock/gmock.h>
+
+#include <array>
+#include <cstdlib>
+
+using testing::IsEmpty;
+
+namespace {
+
+constexpr const char* journal = "2004-12-31  392.2 Depot 4 to site, return\r\n2004-09-30     -2 Home\r\n";
+
+/// The message of a system that has moved the window to another screen, with the place that it proposes.
+void MoveToScreenOf(const Form& form, int dpi)
+{
+    RECT place{};
+    GetWindowRect(form.Handle(), &place);
+    place.right = place.left + MulDiv(place.right - place.left, dpi, form.Dpi());
+    place.bottom = place.top + MulDiv(place.bottom - place.top, dpi, form.Dpi());
+    const WORD both = static_cast<WORD>(dpi);
+    SendMessageW(form.Handle(), WM_DPICHANGED, MAKEWPARAM(both, both), reinterpret_cast<LPARAM>(&place));
+    DoEvents();
+}
+
+LONG FontHeight(const Control& control)
+{
+    LOGFONTW font{};
+    GetObjectW(reinterpret_cast<HFONT>(SendMessageW(control.Handle(), WM_GETFONT, 0, 0)), sizeof font, &font);
+    return std::abs(font.lfHeight);
+}
+
+SIZE ClientSize(HWND window)
+{
+    RECT area{};
+    GetClientRect(window, &area);
+    return {area.right, area.bottom};
+}
+
+/// The colours that a control of the form is asked to paint itself with.
+struct Colors {
+    COLORREF text;
+    COLORREF ground;
+};
+Colors ColorsOf(const Form& form, const Control& control)
+{
+    HDC surface = GetDC(control.Handle());
+    SendMessageW(form.Handle(), WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(surface),
+                 reinterpret_cast<LPARAM>(control.Handle()));
+    const Colors colors{GetTextColor(surface), GetBkColor(surface)};
+    ReleaseDC(control.Handle(), surface);
+    return colors;
+}
+
+/// A pixel as it is on the screen now.
+COLORREF PixelAt(HWND window, int x, int y)
+{
+    RedrawWindow(window, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+    HDC surface = GetDC(window);
+    const COLORREF color = GetPixel(surface, x, y);
+    ReleaseDC(window, surface);
+    return color;
+}
+
+/// A dark scheme as a user of high contrast has it, until the end of the test.
+class DarkColors {
+public:
+    DarkColors()
+    {
+        for (std::size_t i = 0; i < which.size(); ++i) {
+            before_.at(i) = GetSysColor(which.at(i));
+        }
+        SetSysColors(static_cast<int>(which.size()), which.data(), dark.data());
+        DoEvents();
+    }
+    ~DarkColors() { SetSysColors(static_cast<int>(which.size()), which.data(), before_.data()); }
+    DarkColors(const DarkColors&) = delete;
+    DarkColors& operator=(const DarkColors&) = delete;
+
+    static constexpr COLORREF face = RGB(10, 0, 30);
+    static constexpr COLORREF faceText = RGB(255, 255, 0);
+    static constexpr COLORREF window = RGB(0, 20, 0);
+    static constexpr COLORREF windowText = RGB(0, 255, 0);
+
+private:
+    static constexpr std::array<int, 4> which{COLOR_BTNFACE, COLOR_BTNTEXT, COLOR_WINDOW, COLOR_WINDOWTEXT};
+    static constexpr std::array<COLORREF, 4> dark{face, faceText, window, windowText};
+    std::array<COLORREF, 4> before_{};
+};
+
+class AnotherScreen : public ProgramUnderTest {};
+class OtherFonts : public ProgramUnderTest {
+protected:
+    OtherFonts() { UseMessageFontOfWindows(); }
+    ~OtherFonts() override { UseMessageFontOfWindows(); }
+};
+class OtherColors : public ProgramUnderTest {};
+class LongWork : public ProgramUnderTest {};
+
+} // namespace
+
+TEST_F(AnotherScreen, ScalesTheMainWindowWithEverythingInIt)
+{
+    Start({.journal = journal});
+    const LONG font = FontHeight(Main().addButton);
+    const LONG listFont = FontHeight(Main().List1);
+    for (const int dpi : {144, 192, 120, 96}) {
+        SCOPED_TRACE(dpi);
+        MoveToScreenOf(Main(), dpi);
+        EXPECT_EQ(Main().Dpi(), dpi);
+        EXPECT_NEAR(FontHeight(Main().addButton), MulDiv(font, dpi, 96), 1);
+        EXPECT_NEAR(FontHeight(Main().List1), MulDiv(listFont, dpi, 96), 1);
+        EXPECT_EQ(Main().List1.Height(), Main().Height() - 1915 - 240);
+        EXPECT_EQ(Main().List1.Width(), Main().Width() - 2255);
+        EXPECT_EQ(Main().TreeView1.Height(), Main().List1.Height() + 480);
+        EXPECT_THAT(WhatIsWrongIn(Main()), IsEmpty());
+    }
+}
+
+TEST_F(AnotherScreen, KeepsTheSmallestSizeOfTheMainWindowInTwips)
+{
+    Start({.journal = journal});
+    MoveToScreenOf(Main(), 192);
+    SetWindowPos(Main().Handle(), nullptr, 0, 0, 10, 10, SWP_NOMOVE | SWP_NOZORDER);
+    EXPECT_NEAR(Main().Width(), 5700, 8);
+    EXPECT_NEAR(Main().Height(), 4000, 8);
+    EXPECT_THAT(WhatIsWrongIn(Main()), IsEmpty());
+}
+
+TEST_F(AnotherScreen, ScalesEveryDialogWithEverythingInIt)
+{
+    Start({.journal = journal});
+    InEveryDialog(user, [](Form& form, const char* name) {
+        SCOPED_TRACE(name);
+        const SIZE before = ClientSize(form.Handle());
+        for (const int dpi : {192, 120, 144, 96}) {
+            SCOPED_TRACE(dpi);
+            MoveToScreenOf(form, dpi);
+            EXPECT_EQ(form.Dpi(), dpi);
+            EXPECT_THAT(WhatIsWrongIn(form), IsEmpty());
+        }
+        const SIZE after = ClientSize(form.Handle());
+        EXPECT_EQ(after.cx, before.cx);
+        EXPECT_EQ(after.cy, before.cy);
+    });
+}
+
+TEST_F(AnotherScreen, DrawsThePictureOfTheAboutBoxInItsNewSize)
+{
+    Start();
+    user.In<frmAbout>([](frmAbout& form) {
+        MoveToScreenOf(form, 144);
+        const SIZE room = ClientSize(form.Image1.Handle());
+        BITMAP drawn{};
+        GetObjectW(reinterpret_cast<HBITMAP>(SendMessageW(form.Image1.Handle(), STM_GETIMAGE, IMAGE_BITMAP, 0)),
+                   sizeof drawn, &drawn);
+        EXPECT_EQ(drawn.bmWidth, room.cx);
+        EXPECT_EQ(drawn.bmHeight, room.cy);
+        EXPECT_EQ(room.cx, ToPixels(4800, 144));
+        form.Unload();
+    });
+    The<frmAbout>()->ShowModal();
+}
+
+TEST_F(OtherFonts, ReachTheOpenMainWindowAndItsLayoutGrowsWithThem)
+{
+    Start({.journal = journal});
+    const int dpi = Main().Dpi();
+    const LONG font = FontHeight(Main().addButton);
+    const SIZE size = ClientSize(Main().Handle());
+    UseMessageFont(14);
+    DoEvents();
+    EXPECT_GT(FontHeight(Main().addButton), font * 4 / 3);
+    EXPECT_GT(Main().Dpi(), dpi * 4 / 3);
+    EXPECT_GT(ClientSize(Main().Handle()).cx, size.cx);
+    EXPECT_THAT(WhatIsWrongIn(Main()), IsEmpty());
+    UseMessageFontOfWindows();
+    DoEvents();
+    EXPECT_EQ(Main().Dpi(), dpi);
+    EXPECT_EQ(FontHeight(Main().addButton), font);
+    EXPECT_THAT(WhatIsWrongIn(Main()), IsEmpty());
+}
+
+TEST_F(OtherFonts, ReachAnOpenDialog)
+{
+    Start({.journal = journal});
+    InEveryDialog(user, [](Form& form, const char* name) {
+        SCOPED_TRACE(name);
+        UseMessageFont(12);
+        DoEvents();
+        EXPECT_THAT(WhatIsWrongIn(form), IsEmpty());
+        UseMessageFontOfWindows();
+        DoEvents();
+        EXPECT_THAT(WhatIsWrongIn(form), IsEmpty());
+    });
+}
+
+TEST_F(OtherFonts, AreThereWhenTheProgramStarts)
+{
+    UseMessageFont(16);
+    Start({.journal = journal});
+    EXPECT_THAT(WhatIsWrongIn(Main()), IsEmpty());
+    InEveryDialog(user, [](Form& form, const char* name) {
+        SCOPED_TRACE(name);
+        EXPECT_THAT(WhatIsWrongIn(form), IsEmpty());
+    });
+}
+
+TEST_F(OtherFonts, LeaveTheLayoutAloneWhenTheyAreSmaller)
+{
+    Start({.journal = journal});
+    const int dpi = Main().Dpi();
+    UseMessageFont(7);
+    DoEvents();
+    EXPECT_EQ(Main().Dpi(), dpi);
+    EXPECT_THAT(WhatIsWrongIn(Main()), IsEmpty());
+}
+
+TEST_F(OtherColors, ReachTheOpenMainWindow)
+{
+    Start({.journal = journal});
+    const DarkColors dark;
+    const SIZE client = ClientSize(Main().Handle());
+    EXPECT_EQ(PixelAt(Main().Handle(), client.cx - 3, client.cy / 2), DarkColors::face);
+    const SIZE list = ClientSize(Main().List1.Handle());
+    EXPECT_EQ(PixelAt(Main().List1.Handle(), list.cx / 2, list.cy - 20), DarkColors::window);
+    const SIZE tree = ClientSize(Main().TreeView1.Handle());
+    EXPECT_EQ(PixelAt(Main().TreeView1.Handle(), tree.cx / 2, tree.cy - 20), DarkColors::window);
+    EXPECT_EQ(ColorsOf(Main(), Main().Label1).ground, DarkColors::face);
+}
+
+TEST_F(OtherColors, AreUsedByEveryDialog)
+{
+    Start({.journal = journal});
+    const DarkColors dark;
+    InEveryDialog(user, [](Form& form, const char* name) {
+        SCOPED_TRACE(name);
+        const SIZE client = ClientSize(form.Handle());
+        EXPECT_EQ(PixelAt(form.Handle(), 2, client.cy - 3), DarkColors::face);
+        for (const Control* control : form.Controls()) {
+            if (dynamic_cast<const Label*>(control) != nullptr && GetParent(control->Handle()) == form.Handle()) {
+                EXPECT_EQ(ColorsOf(form, *control).ground, DarkColors::face) << control->Name();
+            }
+        }
+    });
+}
+
+TEST_F(OtherColors, AreTheTextAndGroundOfABoxThatTurnsInert)
+{
+    Start();
+    const DarkColors dark;
+    user.In<frmUserinfo>([](frmUserinfo& form) {
+        EXPECT_EQ(ColorsOf(form, form.Text3).ground, DarkColors::face);
+        SendMessageW(form.Check1.Handle(), BM_CLICK, 0, 0);
+        const Colors colors = ColorsOf(form, form.Text3);
+        EXPECT_EQ(colors.ground, DarkColors::window);
+        EXPECT_EQ(colors.text, DarkColors::windowText);
+        form.Unload();
+    });
+    The<frmUserinfo>()->ShowModal();
+}
+
+TEST_F(OtherColors, MakeTheLinkWhatTheUserOfHighContrastChose)
+{
+    Start();
+    HIGHCONTRASTW contrast{};
+    contrast.cbSize = sizeof contrast;
+    SystemParametersInfoW(SPI_GETHIGHCONTRAST, sizeof contrast, &contrast, 0);
+    user.In<frmAbout>([&contrast](frmAbout& form) {
+        const COLORREF usual = ColorsOf(form, form.Label3).text;
+        EXPECT_NE(usual, GetSysColor(COLOR_HOTLIGHT)) << "the test needs a system where the two differ";
+        const DWORD flags = contrast.dwFlags;
+        contrast.dwFlags |= HCF_HIGHCONTRASTON;
+        EXPECT_TRUE(SystemParametersInfoW(SPI_SETHIGHCONTRAST, sizeof contrast, &contrast, 0));
+        EXPECT_EQ(ColorsOf(form, form.Label3).text, GetSysColor(COLOR_HOTLIGHT));
+        contrast.dwFlags = flags;
+        SystemParametersInfoW(SPI_SETHIGHCONTRAST, sizeof contrast, &contrast, 0);
+        form.Unload();
+    });
+    The<frmAbout>()->ShowModal();
+}
+
+TEST_F(LongWork, ShowsTheHourglassOverPaintedWindows)
+{
+    Start({.journal = journal});
+    BringToFront(Main());
+    HCURSOR hourglass = LoadCursorW(nullptr, IDC_WAIT);
+    ASSERT_NE(GetCursor(), hourglass);
+    HCURSOR before = GetCursor();
+    RedrawWindow(Main().Handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN);
+    ASSERT_TRUE(GetUpdateRect(Main().List1.Handle(), nullptr, FALSE));
+    {
+        const WaitCursor busy;
+        EXPECT_EQ(GetCursor(), hourglass);
+        for (const Control* control : Main().Controls()) {
+            EXPECT_FALSE(GetUpdateRect(control->Handle(), nullptr, FALSE)) << control->Name();
+        }
+    }
+    EXPECT_EQ(GetCursor(), before);
+}
+
+TEST_F(LongWork, LetsTheUsersKeysWait)
+{
+    Start({.journal = journal});
+    BringToFront(Main());
+    const auto chosen = [] { return Main().TreeView1.SelectedNode(); };
+    const int before = chosen();
+    PostMessageW(Main().TreeView1.Handle(), WM_KEYDOWN, VK_DOWN, 0);
+    {
+        const WaitCursor busy;
+        EXPECT_EQ(chosen(), before);
+    }
+    EXPECT_EQ(chosen(), before);
+    DoEvents();
+    EXPECT_NE(chosen(), before);
+}
