@@ -44,13 +44,21 @@ void PrepareWindows()
     }
 }
 
-/// Some themes give links a colour for dark grounds. The usual blue is legible; in high contrast the user's choice is.
+bool IsDark(COLORREF color)
+{
+    constexpr int half = 128 * 1000;
+    return 299 * GetRValue(color) + 587 * GetGValue(color) + 114 * GetBValue(color) < half;
+}
+
+/// Some themes give links a colour for dark grounds also where the ground is light. There the usual blue is legible; on
+/// a dark ground and in high contrast the system's or the user's own choice is.
 COLORREF LinkColor()
 {
     HIGHCONTRASTW contrast{};
     contrast.cbSize = sizeof contrast;
     SystemParametersInfoW(SPI_GETHIGHCONTRAST, sizeof contrast, &contrast, 0);
-    return (contrast.dwFlags & HCF_HIGHCONTRASTON) != 0 ? GetSysColor(COLOR_HOTLIGHT) : RGB(0, 102, 204);
+    const bool chosen = (contrast.dwFlags & HCF_HIGHCONTRASTON) != 0 || IsDark(GetSysColor(COLOR_BTNFACE));
+    return chosen ? GetSysColor(COLOR_HOTLIGHT) : RGB(0, 102, 204);
 }
 
 /// A dialog template in memory: no controls, no menu, an empty title.
