@@ -249,7 +249,7 @@ class Machine:
 
     def __init__(self, locale="en_US.UTF-8", dpi=96, printer=False):
         self.locale, self.dpi = locale, dpi
-        self.display = self.lock = None
+        self.display = self.lock = self.environment = None
         self.printing = os.path.join(HERE, "printing") if printer else None
         with alone():
             prepare_template()
@@ -284,11 +284,12 @@ class Machine:
         self.close()
 
     def close(self):
-        if hasattr(self, "environment"):
+        """Ends everything that runs here; may be called twice."""
+        if self.environment:
             end_wine(self.environment)
-            if self.printing:
-                subprocess.run([self.printing, "stop", self.folder], check=False)
-                self.printing = None
+        if self.environment and self.printing:
+            subprocess.run([self.printing, "stop", self.folder], check=False)
+        self.environment = None
         if self.display:
             self.display.close()
         shutil.rmtree(self.folder, ignore_errors=True)

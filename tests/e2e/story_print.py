@@ -1,0 +1,48 @@
+"""The journal on paper: a month's interval, printed through the system's printer dialog."""
+import datetime
+import glob
+import os
+import subprocess
+
+from driver import PRINT, Story
+
+
+class Printing(Story):
+    printer = True
+    today = datetime.date.today()
+    journal = f"{today:%Y-%m-%d}   12.5 Depot & site\r\n".encode("cp1252")
+    settings = {("Userinfo", "Company"): "Brenholt", ("Userinfo", "Name"): "Anna", ("Userinfo", "Surname"): "Lind"}
+
+    def open(self):
+        self.program.menu(*PRINT)
+        return self.program.dialog("Print inteval")
+
+    def jobs(self):
+        return sorted(glob.glob(os.path.join(self.machine.environment["ODOMIRA_PRINTED"], "*.pdf")))
+
+    def test_prints_as_many_copies_as_the_user_wants(self):
+        dialog = self.open()
+        dialog.control("Edit", nth=2).type("Drives of the month")
+        dialog.controls("Button", "")[1].click()
+        dialog.button("Print...").click()
+        chooser = self.program.dialog("Print")
+        copies = next(one for one in chooser.controls("Edit") if one.enabled and one.text == "1")
+        copies.type("2")
+        chooser.button("OK").click()
+        dialog.wait_gone()
+        self.until(lambda: len(self.jobs()) == 2, "two printed copies")
+        for job in self.jobs():
+            text = subprocess.run(["pdftotext", "-layout", job, "-"], capture_output=True, text=True, check=True).stdout
+            for words in ("Drives of the month", "Brenholt", "Anna Lind", "Depot & site", "12.5"):
+                self.assertIn(words, text)
+        self.assertEqual(self.program.setting("Print", "Heading"), "Drives of the month")
+        self.assertEqual(self.program.setting("Print", "UseDefaultHeading"), "False")
+
+    def test_cancelling_the_printer_prints_nothing_and_keeps_the_interval(self):
+        dialog = self.open()
+        dialog.button("Print...").click()
+        self.program.dialog("Print").button("Cancel").click()
+        self.until(lambda: dialog.enabled, "interval dialog to be usable again")
+        dialog.button("Cancel").click()
+        dialog.wait_gone()
+        self.assertEqual(self.jobs(), [])
