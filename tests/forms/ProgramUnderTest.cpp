@@ -144,6 +144,7 @@ std::wstring Decimal(std::wstring text)
 std::vector<std::wstring> Lines(const ListBox& list)
 {
     std::vector<std::wstring> lines;
+    lines.reserve(static_cast<std::size_t>(list.ListCount()));
     for (int line = 0; line < list.ListCount(); ++line) {
         lines.push_back(list.List(line));
     }
@@ -153,6 +154,7 @@ std::vector<std::wstring> Lines(const ListBox& list)
 std::vector<std::wstring> Entries(const ComboBox& list)
 {
     std::vector<std::wstring> entries;
+    entries.reserve(static_cast<std::size_t>(list.ListCount()));
     for (int entry = 0; entry < list.ListCount(); ++entry) {
         entries.push_back(list.List(entry));
     }

@@ -21,11 +21,14 @@ struct Beginning {
 /// The whole program in this process, from its start-up routine on: with its real registry, its real journal file (in
 /// the folder of the test program) and its real windows, and a user in front of them. Each test starts it anew.
 class ProgramUnderTest : public testing::Test {
-protected:
+public:
     ProgramUnderTest();
     ~ProgramUnderTest() override;
+    ProgramUnderTest(const ProgramUnderTest&) = delete;
+    ProgramUnderTest& operator=(const ProgramUnderTest&) = delete;
 
-    void Start(const Beginning& beginning = {});
+protected:
+    static void Start(const Beginning& beginning = {});
 
     /// The main window; throws when it is not open.
     static frmMain& Main();

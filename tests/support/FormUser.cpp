@@ -275,10 +275,9 @@ POINT MiddleOfLine(const ListBox& list, int line)
     return {(area.left + area.right) / 2, (area.top + area.bottom) / 2};
 }
 
-ModalUser::ModalUser()
+ModalUser::ModalUser() : timer_(SetTimer(nullptr, 0, lookEvery, Tick))
 {
     theUser = this;
-    timer_ = SetTimer(nullptr, 0, lookEvery, Tick);
 }
 
 ModalUser::~ModalUser()
@@ -309,7 +308,7 @@ void ModalUser::Look()
     if (forms.size() < 2 || !TakesInput(forms.back()->Handle())) {
         return;
     }
-    const auto top = forms.back();
+    const auto& top = forms.back();
     if (!steps_.empty()) {
         const auto step = steps_.front();
         steps_.pop_front();

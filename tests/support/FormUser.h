@@ -85,5 +85,5 @@ private:
 
     std::deque<std::function<bool(Form&)>> steps_; ///< false: another form than the one planned for
     bool busy_ = false;
-    UINT_PTR timer_ = 0;
+    UINT_PTR timer_;
 };

@@ -18,10 +18,10 @@ protected:
     static std::wstring Total() { return Text(Main().Label1.Handle()); }
 
     /// The total line of a journal of one month.
-    std::wstring TotalOf(const std::string& journal)
+    static std::wstring TotalOf(const std::string& journal)
     {
         Start({.journal = journal});
-        const std::wstring total = Total();
+        std::wstring total = Total();
         UnloadThe<frmMain>();
         return total;
     }
@@ -92,7 +92,7 @@ TEST_F(JournalView, OpensTheFirstYearOnly)
     Start({.journal = "2004-03-01      1 \r\n"
                       "2003-03-01      1 \r\n"});
     const HWND tree = Main().TreeView1.Handle();
-    const HTREEITEM first = TreeView_GetRoot(tree);
+    auto* const first = TreeView_GetRoot(tree);
     EXPECT_TRUE(IsExpanded(Main().TreeView1, first));
     EXPECT_FALSE(IsExpanded(Main().TreeView1, TreeView_GetNextSibling(tree, first)));
 }

@@ -17,9 +17,8 @@ constexpr const wchar_t* webAddresses = L"Software\\Classes\\https";
 /// The program that a system keeps for web addresses writes the address into a file here.
 class WebPages : public ProgramUnderTest {
 protected:
-    WebPages() { RegDeleteTreeW(HKEY_LOCAL_MACHINE, webAddresses); }
-
-    ~WebPages() override { RegDeleteTreeW(HKEY_LOCAL_MACHINE, webAddresses); }
+    void SetUp() override { RegDeleteTreeW(HKEY_LOCAL_MACHINE, webAddresses); }
+    void TearDown() override { RegDeleteTreeW(HKEY_LOCAL_MACHINE, webAddresses); }
 
     void InstallBrowser() const
     {
