@@ -4,6 +4,7 @@
 #include "platform/RuntimeError.h"
 
 #include <new>
+#include <string>
 
 namespace {
 
@@ -23,16 +24,5 @@ void ShowUnhandledError(const std::exception& error)
         Show(RuntimeError(ErrorNumber::OutOfMemory));
     } else {
         Show(RuntimeError(ErrorNumber::InvalidProcedureCall));
-    }
-}
-
-bool Guarded(const std::function<void()>& operation) noexcept
-{
-    try {
-        operation();
-        return true;
-    } catch (const std::exception& error) {
-        ShowUnhandledError(error);
-        return false;
     }
 }
