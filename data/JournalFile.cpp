@@ -1,3 +1,4 @@
+#include "data/DayFields.h"
 #include "data/JournalStore.h"
 
 #include "platform/Application.h"
@@ -12,29 +13,9 @@ namespace {
 /// The slot that every reading and writing of the journal shares.
 constexpr int journalSlot = 1;
 
-constexpr std::size_t distanceWidth = 6;
-constexpr std::size_t routePosition = 19;
-
 constexpr const wchar_t* lineEnd = L"\r\n";
 constexpr const wchar_t* header = L"'Source file for Odomira\r\n"
                                   L"'Do not change this file unless absolutely sure.\r\n";
-
-/// Characters first..last of the line, counted from 1. Positions beyond its end give the empty text.
-std::wstring Field(const std::wstring& line, std::size_t first, std::size_t last = std::wstring::npos)
-{
-    return first <= line.size() ? line.substr(first - 1, last == std::wstring::npos ? last : last - first + 1)
-                                : std::wstring();
-}
-
-std::wstring LineOf(const DayEntry& entry)
-{
-    std::wstring distance = ToText(entry.distance);
-    if (distance.size() < distanceWidth) {
-        distance.insert(0, distanceWidth - distance.size(), L' ');
-    }
-    return ToText(int{entry.year}) + L'-' + FormatNumber(entry.month, L"00") + L'-' + FormatNumber(entry.day, L"00") +
-           L' ' + distance + L' ' + entry.route;
-}
 
 void CreateEmptyFile(const std::wstring& path)
 {
@@ -140,7 +121,7 @@ void DataInterface::ParseJournalLine(const std::wstring& line)
     entry.month = ToInt16(Field(line, 6, 7));
     entry.day = ToInt16(Field(line, 9, 10));
     entry.distance = ToDouble(Field(line, 12, 17));
-    entry.route = Field(line, routePosition);
+    entry.route = RouteField(line);
 
     if (store.dayCapacity == store.dayCount) {
         GrowStore();
@@ -154,7 +135,8 @@ void DataInterface::WriteJournalFile(const std::wstring& path)
     // The text is complete before the file is cut to nothing: an error in forming it leaves the old file whole.
     std::wstring text = header;
     for (std::size_t i = 0; i < static_cast<std::size_t>(store.dayCount); ++i) {
-        text += LineOf(store.days[i]) + lineEnd;
+        const DayEntry& entry = store.days[i];
+        text += LineOfDay(entry, ToText(entry.distance)) + lineEnd;
     }
     const std::string bytes = ToUserCodePage(text);
 

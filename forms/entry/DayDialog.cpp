@@ -1,6 +1,7 @@
 #include "forms/entry/DayDialog.h"
 
 #include "app/Module1.h"
+#include "data/DayFields.h"
 #include "forms/LocalText.h"
 #include "forms/entry/DistanceText.h"
 #include "platform/CheckedArithmetic.h"

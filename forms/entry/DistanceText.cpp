@@ -1,5 +1,6 @@
 #include "forms/entry/DistanceText.h"
 
+#include "data/DayFields.h"
 #include "platform/Conversions.h"
 #include "platform/RuntimeError.h"
 

@@ -2,9 +2,6 @@
 
 #include <string>
 
-/// How many characters a distance may have: the journal's lines have six places for it.
-inline constexpr std::size_t distancePlaces = 6;
-
 /// Whether a typed distance counts as a number: blanks around it, one sign in front, digits with at most one decimal
 /// separator of the system. Grouping characters, exponents and the other decimal separator do not count: they would be
 /// stored as another number than was meant. Neither does a text that fits six places and whose number would not

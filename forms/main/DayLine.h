@@ -6,9 +6,8 @@
 #include <string>
 
 // A line of the day list: "2004-02-12   12.5 Office - customer visit". It is all that the main window knows of the day
-// it shows: the commands read it back by position, 1-based: year 1-4, month 6-7, day 9-10, distance 12-17, route
-// from 19. A distance of more than six characters pushes the route to the right, and then the commands read what stands
-// there.
+// it shows: the commands read it back by position (data/DayFields.h), also where a long distance has pushed the route
+// to the right.
 
 /// The line of an entry. A negative distance is shown as blanks.
 std::wstring DayLine(const DayEntry& entry);
