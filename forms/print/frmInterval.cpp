@@ -6,12 +6,12 @@
 #include "platform/Clock.h"
 #include "platform/Conversions.h"
 #include "platform/MsgBox.h"
-#include "platform/RuntimeError.h"
 #include "platform/WaitCursor.h"
 #include "settings/TextIds.h"
 #include "settings/registerModule.h"
 
 #include <algorithm>
+#include <exception>
 
 using registerModule::GetRegistryValue;
 using registerModule::SaveRegistryValue;
@@ -116,8 +116,8 @@ void frmInterval::addButton_Click()
     try {
         PrintCopies();
         Unload();
-    } catch (const RuntimeError&) {
-        // Cancelled, or the printer failed: the dialog stays open as it is, and no half report is printed.
+    } catch (const std::exception&) {
+        // Cancelled, or the printing failed: the dialog stays open as it is, and no half report is printed.
         printer_.reset();
     }
 }
