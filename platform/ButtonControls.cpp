@@ -91,14 +91,6 @@ Control::WindowKind Frame::Kind() const
     return {L"BUTTON", BS_GROUPBOX};
 }
 
-void Frame::Show(bool visible)
-{
-    SetVisible(visible);
-    for (Control* member : members_) {
-        member->SetVisible(visible);
-    }
-}
-
 Control::WindowKind Line::Kind() const
 {
     return {L"STATIC", static_cast<std::uint32_t>(shade_ == Shade::Shadow ? SS_GRAYRECT : SS_WHITERECT)};

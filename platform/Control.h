@@ -1,7 +1,6 @@
 #pragma once
 
 #include "platform/AccessibleName.h"
-#include "platform/Event.h"
 #include "platform/Handles.h"
 #include "platform/Twips.h"
 

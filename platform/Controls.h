@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Control.h"
+#include "platform/Event.h"
 
 #include <cstdint>
 #include <string>
@@ -129,22 +130,16 @@ protected:
     void Command(unsigned notification) override;
 };
 
-/// A frame with a caption around controls that belong together. It hides and shows them with it.
+/// A frame with a caption around controls that belong together.
 class Frame : public Control {
 public:
     using Control::Control;
 
     std::wstring Caption() const { return OwnText(); }
     void SetCaption(const std::wstring& caption) { SetOwnText(caption); }
-    /// The controls inside; they appear and disappear with the frame.
-    void Contain(std::vector<Control*> members) { members_ = std::move(members); }
-    void Show(bool visible);
 
 protected:
     WindowKind Kind() const override;
-
-private:
-    std::vector<Control*> members_;
 };
 
 /// A horizontal rule in a colour of the system's three-dimensional look.
@@ -155,7 +150,6 @@ public:
     Line(Form& form, const char* name, Shade shade) : Control(form, name), shade_(shade) {}
 
     /// The right end in twips from the left edge of the form; it may lie outside.
-    int X2() const noexcept { return Left() + Width(); }
     void SetX2(int twips) { SetWidth(twips - Left()); }
 
 protected:

@@ -4,7 +4,6 @@
 #include "platform/FormWindow.h"
 #include "platform/ModalOwner.h"
 #include "platform/RuntimeError.h"
-#include "platform/UnhandledError.h"
 
 #include <windows.h>
 
@@ -309,13 +308,6 @@ void Form::SetHeight(int twips)
 bool Form::IsMinimised() const
 {
     return IsIconic(window_.get()) != FALSE;
-}
-
-Control* Form::ControlById(int id) const
-{
-    const int index = id - firstControlId;
-    return index >= 0 && index < static_cast<int>(controls_.size()) ? controls_[static_cast<std::size_t>(index)]
-                                                                    : nullptr;
 }
 
 Control* Form::ControlByName(const char* name) const

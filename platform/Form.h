@@ -4,7 +4,6 @@
 #include "platform/Layout.h"
 #include "platform/Menu.h"
 
-#include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
@@ -110,7 +109,6 @@ private:
     void EndModal();
     void Destroy();
     void FocusFirst();
-    Control* ControlById(int id) const;
     Control* ControlByName(const char* name) const;
     Control* ControlByWindow(WindowHandle window) const;
     void PressButton(const char* name);

@@ -46,8 +46,8 @@ std::unique_ptr<PrintPages> OpenPrintJob(const PrinterDevice& device, const std:
 /// A page to write and draw on from top to bottom. Positions and lengths are twips (1440 to the inch) from the top left
 /// corner of the printable area, y growing downwards; whatever margin the device itself cannot print is left alone.
 ///
-/// There is a print position; text goes there and moves it. Lines and
-/// boxes are drawn at the positions given and leave the print position alone.
+/// There is a print position; text goes there and moves it. Lines and boxes are drawn at the positions given and leave
+/// the print position alone.
 ///
 /// Every call that draws or measures is checked: when the device fails, the whole document is thrown away and
 /// RuntimeError PrinterError is thrown, so that no half report comes out of the printer. A document that was not ended

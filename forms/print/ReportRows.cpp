@@ -6,7 +6,6 @@
 #include "platform/RuntimeError.h"
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
 
 using std::chrono::sys_days;
