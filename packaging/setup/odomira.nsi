@@ -248,8 +248,8 @@ Section
   Call Register
 SectionEnd
 
-; The program greets a missing journal with an error and then makes an empty one. A new user is spared the error; a journal
-; that is there is not touched, not even opened.
+; The program would make a missing journal too, and it would belong to whoever starts it first: made here, it belongs to
+; the administrators like the rest of the folder. A journal that is there is not touched, not even opened.
 Function MakeJournal
   ${Unless} ${FileExists} "$INSTDIR\${JOURNAL}"
     FileOpen $0 "$INSTDIR\${JOURNAL}" a
