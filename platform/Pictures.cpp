@@ -16,9 +16,9 @@ namespace {
 /// A memory surface with one bitmap in it.
 class BitmapSurface {
 public:
-    explicit BitmapSurface(HBITMAP bitmap) : surface_(CreateCompatibleDC(nullptr))
+    explicit BitmapSurface(HBITMAP bitmap)
+        : surface_(CreateCompatibleDC(nullptr)), former_(SelectObject(surface_, bitmap))
     {
-        former_ = SelectObject(surface_, bitmap);
     }
     ~BitmapSurface()
     {
@@ -32,7 +32,7 @@ public:
 
 private:
     HDC surface_;
-    HGDIOBJ former_ = nullptr;
+    HGDIOBJ former_;
 };
 
 ComOwner<IStream> ResourceStream(int id)
