@@ -10,7 +10,6 @@
 
 #include <commctrl.h>
 
-using testing::ElementsAre;
 using testing::IsEmpty;
 
 namespace {

@@ -7,7 +7,6 @@
 
 #include <filesystem>
 
-using testing::ElementsAre;
 using testing::IsEmpty;
 
 namespace {
