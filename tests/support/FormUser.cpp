@@ -89,7 +89,12 @@ void AwaitQuiet()
 void Click(HWND window, POINT point, int times)
 {
     ClientToScreen(window, &point);
+    // A made click goes to the window that is on top by the system's order, which under Wine now and then is not that
+    // of the display: a real mouse would click what it sees.
+    SetWindowPos(GetAncestor(window, GA_ROOT), HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
     SetCursorPos(point.x, point.y);
+    // The mouse rests before it clicks: the display's own news of the move is not to come between press and release.
+    AwaitQuiet();
     std::vector<INPUT> inputs;
     for (int i = 0; i < times; ++i) {
         for (const DWORD button : {MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP}) {
@@ -101,8 +106,8 @@ void Click(HWND window, POINT point, int times)
     }
     if (times > 0) {
         Send(inputs);
+        AwaitQuiet();
     }
-    AwaitQuiet();
 }
 
 /// Presses the mouse in the upper or the lower half.

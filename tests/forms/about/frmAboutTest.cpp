@@ -90,7 +90,7 @@ TEST_F(AboutBox, KeepsTheLineUntilTheMouseIsOverTheFormItself)
             EXPECT_TRUE(IsUnderlined(form.Label3)) << other->Name();
         }
         MoveOver(form.Label3);
-        MoveTo(The<PlainMainForm>()->Handle(), {5, 5});
+        MoveTo(GetDesktopWindow(), {5, 5});
         EXPECT_TRUE(IsUnderlined(form.Label3)) << "outside the window";
         MoveOverTheForm(form);
         EXPECT_FALSE(IsUnderlined(form.Label3));
