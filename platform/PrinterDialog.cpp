@@ -71,7 +71,7 @@ std::pair<std::vector<std::byte>, int> ModeAndCopies(const OwnedMemory& mode)
 
 } // namespace
 
-PrinterChoice PrinterDialog::ShowPrinter()
+PrinterChoice PrinterDialog::ShowPrinter() const
 {
     PRINTDLGW dialog{};
     dialog.lStructSize = sizeof dialog;

@@ -15,5 +15,5 @@ class PrinterDialog {
 public:
     /// Shows the dialog over the form in use and waits for the answer. The system's default printer stays as it is.
     /// Throws RuntimeError Cancel when the user cancels or there is no printer, PrinterError when the dialog fails.
-    static PrinterChoice ShowPrinter();
+    PrinterChoice ShowPrinter() const;
 };
