@@ -3,12 +3,16 @@
 
 #include "forms/about/frmAbout.h"
 #include "forms/prefs/frmUserinfo.h"
+#include "forms/print/frmInterval.h"
 #include "platform/WaitCursor.h"
+#include "tests/support/PrinterDialogUser.h"
 
 #include <gmock/gmock.h>
 
 #include <array>
+#include <atomic>
 #include <cstdlib>
+#include <thread>
 
 using testing::IsEmpty;
 
@@ -294,6 +298,35 @@ TEST_F(LongWork, ShowsTheHourglassOverPaintedWindows)
         }
     }
     EXPECT_EQ(GetCursor(), before);
+}
+
+TEST_F(LongWork, ShowsTheHourglassWhilePrintingAndNotLonger)
+{
+    Start({.journal = journal});
+    BringToFront(Main());
+    std::atomic<bool> hourglassSeen = false;
+    std::atomic<bool> stopping = false;
+    std::thread watcher([&] {
+        HCURSOR hourglass = LoadCursorW(nullptr, IDC_WAIT);
+        while (!stopping && !hourglassSeen) {
+            CURSORINFO info{};
+            info.cbSize = sizeof info;
+            hourglassSeen = GetCursorInfo(&info) != FALSE && info.hCursor == hourglass;
+            std::this_thread::yield();
+        }
+    });
+    auto printer = PrinterDialogUser::WhoPrints(2);
+    user.In<frmInterval>([](frmInterval& form) { Press(form.addButton); });
+    ChooseCommand(Main(), {L"File", L"Print..."});
+    printer.WaitUntilGone();
+    stopping = true;
+    watcher.join();
+    EXPECT_TRUE(hourglassSeen);
+    EXPECT_NE(GetCursor(), LoadCursorW(nullptr, IDC_WAIT));
+    for (const Control* control : Main().Controls()) {
+        DoEvents();
+        EXPECT_FALSE(GetUpdateRect(control->Handle(), nullptr, FALSE)) << control->Name();
+    }
 }
 
 TEST_F(LongWork, LetsTheUsersKeysWait)
