@@ -25,7 +25,7 @@ protected:
     // Made before the program starts and gone after it has ended.
     NameKeeper keeper;
 
-    ~Announcing() override { UnloadThe<frmMain>(); }
+    void TearDown() override { UnloadThe<frmMain>(); }
 };
 
 std::wstring ClassOf(HWND window)
@@ -48,7 +48,7 @@ std::wstring DerivedName(HWND window)
     BSTR name = nullptr;
     object->get_accName(self, &name);
     object->Release();
-    const std::wstring text = name != nullptr ? name : L"";
+    std::wstring text = name != nullptr ? name : L"";
     SysFreeString(name);
     return text;
 }
@@ -74,7 +74,7 @@ bool IsChoice(const Control& control)
 /// What is announced where the system keeps the names it is given.
 std::wstring NameOf(const NameKeeper& keeper, const Control& control)
 {
-    const std::wstring given = keeper.NameOf(control.Handle());
+    std::wstring given = keeper.NameOf(control.Handle());
     if (!given.empty()) {
         return given;
     }

@@ -100,8 +100,8 @@ private:
 class AnotherScreen : public ProgramUnderTest {};
 class OtherFonts : public ProgramUnderTest {
 protected:
-    OtherFonts() { UseMessageFontOfWindows(); }
-    ~OtherFonts() override { UseMessageFontOfWindows(); }
+    void SetUp() override { UseMessageFontOfWindows(); }
+    void TearDown() override { UseMessageFontOfWindows(); }
 };
 class OtherColors : public ProgramUnderTest {};
 class LongWork : public ProgramUnderTest {};

@@ -28,7 +28,7 @@ constexpr const char* journal = "2004-12-31  392.2 Depot 4 to site, return\r\n"
 
 class Keyboard : public ProgramUnderTest {
 protected:
-    void StartInFront()
+    static void StartInFront()
     {
         Start({.journal = journal});
         BringToFront(Main());
@@ -89,9 +89,9 @@ std::vector<std::string> TabOrder(const Form& form, const std::string& first, bo
         }
     } while (FocusIn(form) != start && names.size() < 40);
     if (backwards) {
-        std::ranges::reverse(names);
+        std::reverse(names.begin(), names.end());
     }
-    std::ranges::rotate(names, std::ranges::find(names, first));
+    std::rotate(names.begin(), std::find(names.begin(), names.end(), first), names.end());
     return names;
 }
 

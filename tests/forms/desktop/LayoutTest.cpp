@@ -13,7 +13,7 @@ class Layout : public ProgramUnderTest, public testing::WithParamInterface<std::
 protected:
     Layout() { UseMessageFontOfWindows(); }
 
-    void StartInLanguage(const wchar_t* unit)
+    static void StartInLanguage(const wchar_t* unit)
     {
         Start({.journal = std::string(journal), .unit = unit, .language = GetParam()});
     }
@@ -77,8 +77,8 @@ TEST_P(Layout, OpensEveryDialogInTheMiddleOfTheMainWindow)
         SCOPED_TRACE(name);
         const RECT place = PlaceOf(form.Handle());
         EXPECT_EQ(GetWindow(form.Handle(), GW_OWNER), Main().Handle());
-        EXPECT_NEAR((place.left + place.right) / 2, (owner.left + owner.right) / 2, 1);
-        EXPECT_NEAR((place.top + place.bottom) / 2, (owner.top + owner.bottom) / 2, 1);
+        EXPECT_NEAR(place.left + place.right, owner.left + owner.right, 2);
+        EXPECT_NEAR(place.top + place.bottom, owner.top + owner.bottom, 2);
         EXPECT_TRUE(Holds(WorkArea(), place));
     });
 }
