@@ -168,10 +168,12 @@ void Form::ShowModal()
     if (owner_) {
         const RECT outer = OuterRect(window_.get());
         CentreOver(window_.get(), OuterRect(owner_->Handle()), outer.right - outer.left, outer.bottom - outer.top);
+    }
+    Form_Resize();
+    if (owner_) {
         EnableWindow(owner_->Handle(), FALSE);
     }
     modal_ = true;
-    Form_Resize();
     ShowWindow(window_.get(), SW_SHOWNORMAL);
     UpdateModalOwner();
     FocusFirst();

@@ -120,6 +120,7 @@ struct FormProcedure {
     static void EndSession(Form& form, bool ending);
     static INT_PTR Answer(Form& form, LONG_PTR result);
     static bool TurnPage(const Form& form, const MSG& message);
+    static void EndAll();
 };
 
 INT_PTR CALLBACK FormProcedure::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
@@ -365,6 +366,14 @@ bool FormProcedure::TurnPage(const Form& form, const MSG& message)
     return turned;
 }
 
+/// What another program's request to end the thread left open goes while its controls still live.
+void FormProcedure::EndAll()
+{
+    for (const auto& form : Form::OpenForms()) {
+        form->Destroy();
+    }
+}
+
 int CreateFormFrame(Form& form, HWND owner, WindowOwner& window)
 {
     const FormKind kind = form.Layout().kind;
@@ -446,6 +455,7 @@ void RunMessageLoop()
 {
     while (!Form::OpenForms().empty() && HandleNextMessage()) {
     }
+    FormProcedure::EndAll();
 }
 
 void DoEvents()

@@ -84,10 +84,10 @@ void frmMain::Wire()
 
 void frmMain::Form_Load()
 {
+    ApplyLanguage();
     SetCaption(ApplicationTitle());
     mnuTavWeb.SetCaption(ProductName());
     List1.SetFont({.face = L"Courier New", .points = 9});
-    ApplyLanguage();
     Label1.SetCaption(L"");
     RebuildJournalTree();
     EnableDayCommands(false);

@@ -14,6 +14,7 @@
 #include "forms/print/frmInterval.h"
 #include "platform/MsgBox.h"
 #include "platform/Shell.h"
+#include "platform/UnhandledError.h"
 #include "settings/TextIds.h"
 
 namespace {
@@ -26,7 +27,10 @@ public:
     UnloadedAtEnd() = default;
     UnloadedAtEnd(const UnloadedAtEnd&) = delete;
     UnloadedAtEnd& operator=(const UnloadedAtEnd&) = delete;
-    ~UnloadedAtEnd() { UnloadThe<T>(); }
+    ~UnloadedAtEnd()
+    {
+        Guarded([] { UnloadThe<T>(); });
+    }
 };
 
 bool ConfirmedByUser(const std::wstring& question)

@@ -45,11 +45,11 @@ void ForEachUpToZero(const NumberArray& numbers, Visit visit)
     }
 }
 
-/// A sum in whole units, halves rounded up, with one blank before its last three digits. Smaller sums have no blank in
-/// front of them. What counts as half is the sum as it reads: tenths added up may lie a hair below it.
-std::wstring SumText(double sum)
+/// A total in whole units, halves rounded up, with one blank before its last three digits. Smaller ones have no blank
+/// in front of them. What counts as half is the total as it reads: tenths added up may lie a hair below it.
+std::wstring TotalText(double total)
 {
-    const std::wstring text = FormatNumber(std::round(ToDouble(ToText(sum))), L"# ##0");
+    const std::wstring text = FormatNumber(std::round(ToDouble(ToText(total))), L"# ##0");
     return text.substr(text.find_first_not_of(L' '));
 }
 
@@ -99,7 +99,7 @@ void frmMain::ShowMonthDays(std::int16_t year, std::int16_t month)
     }
     Label1.SetCaption(List1.ListCount() == 0
                           ? L""
-                          : LocalText(text::main::total) + L" " + SumText(total) + L" " + Module1::distanceUnit);
+                          : LocalText(text::main::total) + L" " + TotalText(total) + L" " + Module1::distanceUnit);
 }
 
 void frmMain::SelectMonthNode(std::int16_t year, std::int16_t month)
