@@ -32,7 +32,7 @@ constexpr std::array rows{
     LayoutRow{"Label1(4)", {1575, 1620, 2400, 270}},    LayoutRow{"Combo1(1)", {1575, 1905, 2400, 345}},
     LayoutRow{"Label1(3)", {4140, 1620, 1155, 270}},    LayoutRow{"Combo3(1)", {4140, 1905, 1155, 345}},
     LayoutRow{"Frame3", {165, 2550, 5295, 1200}},       LayoutRow{"Option1(0)", {330, 2850, 240, 255}},
-    LayoutRow{"Option1(1)", {330, 3285, 240, 255}},     LayoutRow{"Label2", {645, 2850, 4650, 270}},
+    LayoutRow{"Option1(1)", {330, 3285, 240, 255}},     LayoutRow{"Label2", {645, 2865, 4650, 270}},
     LayoutRow{"Text2", {645, 3240, 4650, 345}},         LayoutRow{"addButton", {3000, 3915, 1170, 345}},
     LayoutRow{"cancelButton", {4290, 3915, 1170, 345}},
 };

@@ -13,6 +13,8 @@ struct NameKeeper::Service final : IClassFactory {
         std::map<HWND, std::wstring> names;
         bool lostOne = false; ///< a window went with its name
 
+        virtual ~Names() = default;
+
         HRESULT WINAPI QueryInterface(REFIID wanted, void** object) override
         {
             const bool mine = wanted == IID_IAccPropServices || wanted == IID_IUnknown;
@@ -71,6 +73,8 @@ struct NameKeeper::Service final : IClassFactory {
     };
 
     Names names;
+
+    virtual ~Service() = default;
 
     HRESULT WINAPI QueryInterface(REFIID wanted, void** object) override
     {
