@@ -102,7 +102,8 @@ void Image::Scaled()
 {
     BitmapOwner drawn =
         DrawPicture(resource_, Pixels(Left() + Width()) - Pixels(Left()), Pixels(Top() + Height()) - Pixels(Top()));
-    HGDIOBJ shown = reinterpret_cast<HGDIOBJ>(Send(STM_SETIMAGE, IMAGE_BITMAP, reinterpret_cast<LPARAM>(drawn.get())));
+    const auto shown =
+        reinterpret_cast<HGDIOBJ>(Send(STM_SETIMAGE, IMAGE_BITMAP, reinterpret_cast<LPARAM>(drawn.get())));
     if (shown != drawn_.get()) {
         DeleteObject(shown); // the control's own copy of what it was given before
     }
