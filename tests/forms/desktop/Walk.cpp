@@ -17,9 +17,10 @@ namespace {
 /// The drawing surface of a control with the control's font.
 class Surface {
 public:
-    explicit Surface(HWND window) : window_(window), surface_(GetDC(window))
+    explicit Surface(HWND window)
+        : window_(window), surface_(GetDC(window)),
+          former_(SelectObject(surface_, reinterpret_cast<HGDIOBJ>(SendMessageW(window, WM_GETFONT, 0, 0))))
     {
-        former_ = SelectObject(surface_, reinterpret_cast<HGDIOBJ>(SendMessageW(window, WM_GETFONT, 0, 0)));
     }
     ~Surface()
     {
@@ -234,10 +235,10 @@ private:
         }
     }
 
-    bool MayNotOverlap(const Control& one, const Control& other) const
+    bool MayNotOverlap(const Control& first, const Control& second) const
     {
-        return one.Visible() && other.Visible() && GetParent(one.Handle()) == GetParent(other.Handle()) &&
-               !Surrounds(one, other) && !Surrounds(other, one);
+        return first.Visible() && second.Visible() && GetParent(first.Handle()) == GetParent(second.Handle()) &&
+               !Surrounds(first, second) && !Surrounds(second, first);
     }
 
     /// A frame lies around its controls, and tabs around their pages.
