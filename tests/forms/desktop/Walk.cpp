@@ -55,7 +55,7 @@ public:
 private:
     HWND window_;
     HDC surface_;
-    HGDIOBJ former_ = nullptr;
+    HGDIOBJ former_;
 };
 
 SIZE ClientSize(HWND window)
