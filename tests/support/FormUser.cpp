@@ -97,7 +97,7 @@ void Click(HWND window, POINT point, int times)
     AwaitQuiet();
     std::vector<INPUT> inputs;
     for (int i = 0; i < times; ++i) {
-        for (const DWORD button : {MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP}) {
+        for (const DWORD button : {DWORD{MOUSEEVENTF_LEFTDOWN}, DWORD{MOUSEEVENTF_LEFTUP}}) {
             INPUT input{};
             input.type = INPUT_MOUSE;
             input.mi.dwFlags = button;

@@ -17,7 +17,7 @@ namespace {
 
 class ReportRows : public testing::Test {
 protected:
-    ~ReportRows() override
+    void TearDown() override
     {
         while (DataInterface::dayCount > 0) {
             const DayEntry& first = DataInterface::days.front();
@@ -37,6 +37,7 @@ std::vector<double> Widths(std::size_t characters, double each)
 std::vector<std::size_t> Lengths(const std::vector<std::wstring_view>& lines)
 {
     std::vector<std::size_t> lengths;
+    lengths.reserve(lines.size());
     for (const std::wstring_view line : lines) {
         lengths.push_back(line.size());
     }

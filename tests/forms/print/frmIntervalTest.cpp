@@ -28,7 +28,7 @@ protected:
         Clock::StandStillAt({2003, 5, 16});
     }
 
-    ~IntervalDialog() override
+    void TearDown() override
     {
         UnloadThe<frmInterval>();
         Clock::RunAgain();
