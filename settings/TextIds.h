@@ -44,7 +44,6 @@ inline constexpr std::int16_t caption = 2000;
 inline constexpr std::int16_t developer = 2002;
 } // namespace about
 
-/// The dialogs that add and edit a day have the same items under two bases.
 namespace add {
 inline constexpr std::int16_t caption = 3000;
 inline constexpr std::int16_t year = 3001;
@@ -62,21 +61,9 @@ inline constexpr std::int16_t withSixCharacters = 3012;
 inline constexpr std::int16_t youHaveUsed = 3013;
 } // namespace add
 
+/// The dialog that edits a day has the items of the dialog that adds one, counted from its own caption.
 namespace edit {
 inline constexpr std::int16_t caption = 4000;
-inline constexpr std::int16_t year = 4001;
-inline constexpr std::int16_t month = 4002;
-inline constexpr std::int16_t day = 4003;
-inline constexpr std::int16_t distance = 4004;
-inline constexpr std::int16_t route = 4005;
-inline constexpr std::int16_t cancel = 4006;
-inline constexpr std::int16_t mustChooseDay = 4007;
-inline constexpr std::int16_t onlyNumbers = 4008;
-inline constexpr std::int16_t numberOf = 4009;
-inline constexpr std::int16_t mustBePositive = 4010;
-inline constexpr std::int16_t onlySpecifyNumberOf = 4011;
-inline constexpr std::int16_t withSixCharacters = 4012;
-inline constexpr std::int16_t youHaveUsed = 4013;
 } // namespace edit
 
 /// The dialog that prints, and the printed report.

@@ -1,7 +1,7 @@
 """A private, clean Windows machine for one program: a Wine prefix and an X display of its own.
 
     with Machine(locale="sv_SE.UTF-8", dpi=144) as machine:
-        machine.run(["build/debug/tests/forms_test.exe"])
+        machine.run(["build/debug/tests/data/day_store_test.exe"])
 
 A machine takes about a second, because its prefix is copied from a template that is made once and kept in build/machine.
 Nothing is shared between two machines, so tests run side by side and none finds what another left in the registry.

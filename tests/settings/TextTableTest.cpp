@@ -20,6 +20,12 @@ struct Row {
     const wchar_t* swedish;
 };
 
+/// The same item of the dialog that edits a day.
+constexpr std::int16_t InEdit(std::int16_t itemOfAdd)
+{
+    return static_cast<std::int16_t>(itemOfAdd - text::add::caption + text::edit::caption);
+}
+
 // What users read, independent of the resource file.
 const std::vector<Row> table{
     {text::languageName, L"English", L"Svenska"},
@@ -68,19 +74,19 @@ const std::vector<Row> table{
     {text::add::withSixCharacters, L"with six (6) characters.", L"med sex (6) tecken."},
     {text::add::youHaveUsed, L"You have used", L"Du har använt"},
     {text::edit::caption, L"Edit", L"Redigera"},
-    {text::edit::year, L"Year", L"År"},
-    {text::edit::month, L"Month", L"Månad"},
-    {text::edit::day, L"Day", L"Dag"},
-    {text::edit::distance, L"Number of", L"Antal"},
-    {text::edit::route, L"Route", L"Färdväg"},
-    {text::edit::cancel, L"Cancel", L"Avbryt"},
-    {text::edit::mustChooseDay, L"You must choose a day.", L"Du måste välja en dag."},
-    {text::edit::onlyNumbers, L"Only integers and decimal numbers.", L"Endast heltal eller decimaltal."},
-    {text::edit::numberOf, L"Number of", L"Antal körda"},
-    {text::edit::mustBePositive, L"must be positive.", L"måste vara positivt."},
-    {text::edit::onlySpecifyNumberOf, L"You can only specify the number of", L"Du kan endast ange antal körda"},
-    {text::edit::withSixCharacters, L"with six (6) characters.", L"med sex (6) tecken."},
-    {text::edit::youHaveUsed, L"You have used", L"Du har använt"},
+    {InEdit(text::add::year), L"Year", L"År"},
+    {InEdit(text::add::month), L"Month", L"Månad"},
+    {InEdit(text::add::day), L"Day", L"Dag"},
+    {InEdit(text::add::distance), L"Number of", L"Antal"},
+    {InEdit(text::add::route), L"Route", L"Färdväg"},
+    {InEdit(text::add::cancel), L"Cancel", L"Avbryt"},
+    {InEdit(text::add::mustChooseDay), L"You must choose a day.", L"Du måste välja en dag."},
+    {InEdit(text::add::onlyNumbers), L"Only integers and decimal numbers.", L"Endast heltal eller decimaltal."},
+    {InEdit(text::add::numberOf), L"Number of", L"Antal körda"},
+    {InEdit(text::add::mustBePositive), L"must be positive.", L"måste vara positivt."},
+    {InEdit(text::add::onlySpecifyNumberOf), L"You can only specify the number of", L"Du kan endast ange antal körda"},
+    {InEdit(text::add::withSixCharacters), L"with six (6) characters.", L"med sex (6) tecken."},
+    {InEdit(text::add::youHaveUsed), L"You have used", L"Du har använt"},
     {text::print::caption, L"Print inteval", L"Utskriftsintervall"},
     {text::print::asFrom, L"As from", L"Från och med"},
     {text::print::year, L"Year", L"År"},
