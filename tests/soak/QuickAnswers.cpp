@@ -1,0 +1,41 @@
+#include "tests/soak/QuickAnswers.h"
+
+#include <map>
+
+#include <windows.h>
+
+namespace {
+
+std::map<std::wstring, std::int64_t> boxes;
+
+int WINAPI AnswerAtOnce(HWND, LPCWSTR text, LPCWSTR, UINT)
+{
+    ++boxes[text];
+    return IDOK;
+}
+
+} // namespace
+
+/// The pointer through which the whole program calls MessageBoxW: the one of the system is not linked beside it.
+// NOLINTNEXTLINE(bugprone-reserved-identifier,cppcoreguidelines-interfaces-global-init): the linker's name for it
+extern "C" decltype(&MessageBoxW) const __imp_MessageBoxW = &AnswerAtOnce;
+
+std::int64_t QuickAnswers::Count(const std::wstring& text)
+{
+    const auto found = boxes.find(text);
+    return found == boxes.end() ? 0 : found->second;
+}
+
+std::int64_t QuickAnswers::Count()
+{
+    std::int64_t count = 0;
+    for (const auto& [text, times] : boxes) {
+        count += times;
+    }
+    return count;
+}
+
+void QuickAnswers::Forget()
+{
+    boxes.clear();
+}
