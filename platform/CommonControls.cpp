@@ -122,18 +122,29 @@ int TreeView::SelectedNode() const
     return NumberOf(reinterpret_cast<const void*>(Send(TVM_GETNEXTITEM, TVGN_CARET, 0)));
 }
 
+int TreeView::NodeAt(std::intptr_t point) const
+{
+    TVHITTESTINFO hit{};
+    hit.pt = {GET_X_LPARAM(point), GET_Y_LPARAM(point)};
+    Send(TVM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit));
+    return (hit.flags & TVHT_ONITEM) != 0 ? NumberOf(hit.hItem) : 0;
+}
+
+void TreeView::Message(unsigned message, std::uintptr_t, std::intptr_t lParam)
+{
+    if (message == WM_LBUTTONDOWN || message == WM_LBUTTONDBLCLK) {
+        pressedAt_ = lParam;
+    }
+}
+
 void TreeView::Notify(const void* header)
 {
     const auto* notification = static_cast<const NMHDR*>(header);
     int node = 0;
     if (notification->code == static_cast<UINT>(NM_CLICK)) {
-        // A click counts also on the node that is marked already.
-        const DWORD at = GetMessagePos();
-        TVHITTESTINFO hit{};
-        hit.pt = {GET_X_LPARAM(at), GET_Y_LPARAM(at)};
-        ScreenToClient(Handle(), &hit.pt);
-        Send(TVM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit));
-        node = (hit.flags & TVHT_ONITEM) != 0 ? NumberOf(hit.hItem) : 0;
+        // A click counts also on the node that is marked already. It is where the button went down, which is not where
+        // the mouse is when another program clicks.
+        node = NodeAt(pressedAt_);
     } else if (notification->code == static_cast<UINT>(TVN_SELCHANGEDW)) {
         const auto* change = static_cast<const NMTREEVIEWW*>(header);
         node = change->action == TVC_BYKEYBOARD ? NumberOf(change->itemNew.hItem) : 0;

@@ -214,7 +214,13 @@ public:
 protected:
     WindowKind Kind() const override;
     void Command(unsigned notification) override;
+    void Message(unsigned message, std::uintptr_t wParam, std::intptr_t lParam) override;
     void Scaled() override;
+
+private:
+    void Report();
+
+    int reported_ = -1; ///< the entry that the form knows
 };
 
 /// Two arrows that step a number. The number never leaves its range.
@@ -269,6 +275,7 @@ public:
 protected:
     WindowKind Kind() const override;
     void Notify(const void* header) override;
+    void Message(unsigned message, std::uintptr_t wParam, std::intptr_t lParam) override;
     bool LeavesAltKeys() const override { return true; }
 
 private:
@@ -280,8 +287,11 @@ private:
     };
     const Node& At(int node) const;
     int NumberOf(const void* item) const;
+    /// The node whose line holds a point of the window, given as mouse messages give it; 0 for none.
+    int NodeAt(std::intptr_t point) const;
 
     std::vector<Node> nodes_;
+    std::intptr_t pressedAt_ = 0; ///< where the mouse button went down last
 };
 
 /// A row of tabs with room for pages under it. Tabs count from 1. In the layout it comes after the pages, which then

@@ -12,6 +12,9 @@
 
 namespace {
 
+/// A drop-down list sends it to itself when its list has closed.
+constexpr UINT listIsClosed = WM_APP;
+
 /// The text of an entry by the control's two messages for it.
 template <class SendTo>
 std::wstring EntryText(SendTo send, UINT lengthMessage, UINT textMessage, int index)
@@ -149,6 +152,7 @@ void ComboBox::AddItem(const std::wstring& entry)
 void ComboBox::Clear()
 {
     Send(CB_RESETCONTENT);
+    reported_ = -1;
 }
 
 int ComboBox::ListCount() const
@@ -167,6 +171,7 @@ void ComboBox::SetListIndex(int index)
         throw RuntimeError(ErrorNumber::InvalidProcedureCall);
     }
     Send(CB_SETCURSEL, static_cast<WPARAM>(index));
+    reported_ = index;
     if (index >= 0) {
         Click();
     }
@@ -183,10 +188,30 @@ std::wstring ComboBox::Text() const
     return ListIndex() < 0 ? std::wstring() : List(ListIndex());
 }
 
+void ComboBox::Report()
+{
+    reported_ = ListIndex();
+    Click();
+}
+
 void ComboBox::Command(unsigned notification)
 {
     if (notification == CBN_SELCHANGE) {
-        Click();
+        Report();
+    } else if (notification == CBN_CLOSEUP) {
+        PostMessageW(Handle(), listIsClosed, 0, 0); // a click speaks for itself, but only after this
+    }
+}
+
+void ComboBox::Message(unsigned message, std::uintptr_t wParam, std::intptr_t)
+{
+    // On some systems the mouse that only passes over the open list moves the choice with it, and nobody is told: a
+    // list that is left must keep what it had, and one that is closed by Enter must say what it has now.
+    const bool left = message == WM_KILLFOCUS || (message == WM_KEYDOWN && wParam == VK_ESCAPE);
+    if (left && Send(CB_GETDROPPEDSTATE) != FALSE && ListIndex() != reported_) {
+        Send(CB_SETCURSEL, static_cast<WPARAM>(reported_));
+    } else if (message == listIsClosed && ListIndex() != reported_) {
+        Report();
     }
 }
 

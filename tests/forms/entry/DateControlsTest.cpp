@@ -57,6 +57,21 @@ std::vector<std::wstring> DaysTo(int last, std::initializer_list<int> without = 
     return days;
 }
 
+/// Drops the list down and rests the mouse on an entry, without a click.
+void PointAtInOpenList(const ComboBox& list, int entry)
+{
+    COMBOBOXINFO parts{};
+    parts.cbSize = sizeof parts;
+    GetComboBoxInfo(list.Handle(), &parts);
+    SetFocus(list.Handle());
+    PressKey(VK_F4);
+    RECT area{};
+    SendMessageW(parts.hwndList, LB_GETITEMRECT, static_cast<WPARAM>(entry), reinterpret_cast<LPARAM>(&area));
+    const POINT middle{(area.left + area.right) / 2, (area.top + area.bottom) / 2};
+    MoveTo(parts.hwndList, middle);
+    MoveTo(parts.hwndList, {middle.x + 1, middle.y}); // a list that has just opened may take the first move for its own
+}
+
 int SpinOf(const UpDown& arrows)
 {
     return static_cast<int>(SendMessageW(arrows.Handle(), UDM_GETPOS32, 0, 0));
@@ -202,6 +217,35 @@ TEST_F(DateControlsOfDialogs, FillTheDaysAnewWhenAMonthIsPicked)
         EXPECT_EQ(Entries(dialog.Combo3), DaysTo(31));
         Pick(dialog.Combo1, MonthNamed(4));
         EXPECT_EQ(Entries(dialog.Combo3), DaysTo(30));
+    });
+}
+
+TEST_F(DateControlsOfDialogs, KeepMonthAndDayWhenAnOpenListIsLeft)
+{
+    Start();
+    InAddAt(2003, 1, [](frmAdd& dialog) {
+        BringToFront(dialog);
+        Pick(dialog.Combo3, L"30");
+        PointAtInOpenList(dialog.Combo1, 1);
+        PressKey(VK_ESCAPE);
+        EXPECT_EQ(Text(dialog.Combo1.Handle()), MonthNamed(1));
+        EXPECT_EQ(Entries(dialog.Combo3), DaysTo(31));
+        EXPECT_EQ(dialog.Combo3.Text(), L"30");
+        PointAtInOpenList(dialog.Combo3, 4);
+        PressKey(VK_TAB);
+        EXPECT_EQ(Text(dialog.Combo3.Handle()), L"30");
+    });
+}
+
+TEST_F(DateControlsOfDialogs, FillTheDaysAnewWhenTheMonthUnderTheMouseIsTakenByEnter)
+{
+    Start();
+    InAddAt(2003, 1, [](frmAdd& dialog) {
+        BringToFront(dialog);
+        PointAtInOpenList(dialog.Combo1, 1);
+        PressKey(VK_RETURN);
+        EXPECT_EQ(Text(dialog.Combo1.Handle()), MonthNamed(2));
+        EXPECT_EQ(Entries(dialog.Combo3), DaysTo(28));
     });
 }
 

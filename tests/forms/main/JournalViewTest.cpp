@@ -283,6 +283,24 @@ TEST_F(JournalView, CountsAClickOnTheMonthThatIsOnShowToo)
     EXPECT_EQ(ChosenLine(Main().List1), -1);
 }
 
+TEST_F(JournalView, ShowsTheMonthThatAnotherProgramClicksWhereverTheMouseIs)
+{
+    Start({.journal = "2004-02-14    700 \r\n"
+                      "2003-02-13  50000 \r\n"});
+    BringToFront(Main());
+    Show(2003, 2);
+    MoveTo(Main().List1.Handle(), {5, 5});
+    HWND tree = Main().TreeView1.Handle();
+    RECT area{};
+    *reinterpret_cast<HTREEITEM*>(&area) = TreeView_GetChild(tree, TreeView_GetRoot(tree));
+    SendMessageW(tree, TVM_GETITEMRECT, TRUE, reinterpret_cast<LPARAM>(&area));
+    const LPARAM point = MAKELPARAM((area.left + area.right) / 2, (area.top + area.bottom) / 2);
+    PostMessageW(tree, WM_LBUTTONDOWN, MK_LBUTTON, point);
+    PostMessageW(tree, WM_LBUTTONUP, 0, point);
+    DoEvents();
+    EXPECT_THAT(Lines(Main().List1), ElementsAre(L"2004-02-14    700 "));
+}
+
 TEST_F(JournalView, IsEmptiedByAClickOnAYearAndLeavesTheButtonsAsTheyAre)
 {
     Start({.journal = "2004-02-14    700 \r\n"});
