@@ -196,8 +196,11 @@ std::vector<PrintedJob> WaitForJobs(std::size_t count)
         }
         WaitForFile(pdf);
         const std::string note = Contents(base.wstring() + L".txt");
-        const std::size_t second = note.find("\ncopies=");
-        jobs.push_back({FromUtf8(note.substr(6, second - 6)), std::stoi(note.substr(second + 8)), pdf});
+        const auto noted = [&note](const std::string& key) {
+            const std::size_t begin = note.find(key) + key.size();
+            return note.substr(begin, note.find('\n', begin) - begin);
+        };
+        jobs.push_back({FromUtf8(noted("title=")), std::stoi(noted("\ncopies=")), FromUtf8(noted("\nprinter=")), pdf});
     }
 }
 

@@ -15,10 +15,11 @@ struct PrintedWord {
     std::string font;
 };
 
-/// A job that came out of the machine's printer.
+/// A job that came out of one of the machine's printers.
 struct PrintedJob {
     std::wstring title;
     int copies = 0;
+    std::wstring printer;
     std::filesystem::path pdf;
 
     std::vector<PrintedWord> Words() const;
@@ -38,7 +39,7 @@ private:
     std::vector<unsigned char> pixels_;
 };
 
-/// Waits until the printer has put out at least `count` jobs on this machine and returns all of them, oldest first.
+/// Waits until the printers have put out at least `count` jobs on this machine and returns all of them, oldest first.
 std::vector<PrintedJob> WaitForJobs(std::size_t count);
 
 /// Jobs that the print queue knows of in any state, whether they came out or not.

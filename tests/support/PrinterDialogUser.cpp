@@ -78,6 +78,16 @@ PrinterDialogUser PrinterDialogUser::WhoPrints(int copies)
     });
 }
 
+PrinterDialogUser PrinterDialogUser::WhoPrintsOn(const std::wstring& printer)
+{
+    return PrinterDialogUser([printer](HWND dialog) {
+        HWND printers = GetDlgItem(dialog, cmb4);
+        SendMessageW(printers, CB_SELECTSTRING, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(printer.c_str()));
+        SendMessageW(dialog, WM_COMMAND, MAKEWPARAM(cmb4, CBN_SELCHANGE), reinterpret_cast<LPARAM>(printers));
+        PostMessageW(dialog, WM_COMMAND, IDOK, 0);
+    });
+}
+
 PrinterDialogUser PrinterDialogUser::WhoCancels()
 {
     return PrinterDialogUser([](HWND dialog) { PostMessageW(dialog, WM_COMMAND, IDCANCEL, 0); });

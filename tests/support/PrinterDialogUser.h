@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include <functional>
+#include <string>
 #include <thread>
 
 /// The user of the system's printer dialog. The first one that the thread of this object's making opens is answered.
@@ -10,6 +11,8 @@ class PrinterDialogUser {
 public:
     /// Types the number of copies and presses OK.
     static PrinterDialogUser WhoPrints(int copies);
+    /// Chooses another printer than the one that is offered, then presses OK.
+    static PrinterDialogUser WhoPrintsOn(const std::wstring& printer);
     static PrinterDialogUser WhoCancels();
     /// Asks for a file instead of paper.
     static PrinterDialogUser WhoPrintsIntoAFile();

@@ -16,10 +16,9 @@
 
 namespace {
 
-void RemovePrinter()
+void RemovePrinter(std::wstring name) // OpenPrinter wants it writable
 {
     PRINTER_DEFAULTSW rights{nullptr, nullptr, PRINTER_ALL_ACCESS};
-    std::wstring name = L"Paper"; // OpenPrinter wants it writable
     HANDLE printer = nullptr;
     if (OpenPrinterW(name.data(), &printer, &rights) != FALSE) {
         DeletePrinter(printer);
@@ -45,7 +44,7 @@ TEST(PrinterGone, LeavesTheDialogOpenWhenThePrinterIsRemovedBeforeThePrinting)
 {
     frmInterval& form = Open();
     {
-        const auto user = PrinterDialogUser::WhoPrintsAfter(RemovePrinter);
+        const auto user = PrinterDialogUser::WhoPrintsAfter([] { RemovePrinter(L"Paper"); });
         MessageBoxWatcher boxes;
         SendMessageW(form.addButton.Handle(), BM_CLICK, 0, 0);
     }
@@ -56,7 +55,8 @@ TEST(PrinterGone, LeavesTheDialogOpenWhenThePrinterIsRemovedBeforeThePrinting)
 
 TEST(PrinterGone, LeavesTheDialogOpenWhenThereIsNoPrinter)
 {
-    RemovePrinter();
+    RemovePrinter(L"Paper");
+    RemovePrinter(L"Other");
     frmInterval& form = Open();
     form.Text2.SetText(L"Stored all the same");
     MessageBoxWatcher boxes;

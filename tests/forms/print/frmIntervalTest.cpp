@@ -13,6 +13,8 @@
 
 #include <windows.h>
 
+#include <winspool.h>
+
 #include <algorithm>
 #include <array>
 
@@ -56,6 +58,13 @@ protected:
     }
 
     static void Press(const CommandButton& button) { SendMessageW(button.Handle(), BM_CLICK, 0, 0); }
+
+    static std::wstring DefaultPrinter()
+    {
+        std::array<wchar_t, 64> name{};
+        auto size = static_cast<DWORD>(name.size());
+        return GetDefaultPrinterW(name.data(), &size) != FALSE ? name.data() : L"(none)";
+    }
 
     static std::wstring Default() { return Open().Label2.Caption(); }
 };
@@ -282,6 +291,19 @@ TEST_F(IntervalDialog, PrintsTheReportOnceForEachCopyAndCloses)
         EXPECT_EQ(words.back().page, 1);
     }
     DataInterface::DeleteDay(2003, 5, 1);
+}
+
+TEST_F(IntervalDialog, PrintsOnTheChosenPrinterAndLeavesTheDefaultOneAsItIs)
+{
+    const std::size_t before = JobsEverQueued();
+    frmInterval& form = Open();
+    {
+        const auto user = PrinterDialogUser::WhoPrintsOn(L"Other");
+        Press(form.addButton);
+    }
+    EXPECT_FALSE(IsOpen());
+    EXPECT_EQ(WaitForJobs(before + 1).back().printer, L"Other");
+    EXPECT_EQ(DefaultPrinter(), L"Paper");
 }
 
 TEST_F(IntervalDialog, PrintsIntoAFileInsteadOfOnPaperWhenTheUserAsksForThat)
