@@ -38,10 +38,28 @@ std::wstring UserIdentifier()
     return text;
 }
 
+/// The one full name of the program file. It may have been started by another: a short name, a drive letter that stands
+/// for a folder or for a network path.
+std::wstring FullNameOfProgramFile()
+{
+    std::wstring path = ModulePath();
+    const OwnedHandle file(CreateFileW(path.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                       OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+    constexpr DWORD longestPath = 32767;
+    std::wstring name(longestPath, L'\0');
+    const DWORD length =
+        file ? GetFinalPathNameByHandleW(file.Get(), name.data(), longestPath, FILE_NAME_NORMALIZED) : 0;
+    if (length == 0 || length > longestPath) {
+        return path;
+    }
+    name.resize(length);
+    return name;
+}
+
 /// Names of kernel objects are short and hold no "\", so the path goes in as a number (64-bit FNV-1a).
 std::wstring MutexName()
 {
-    std::wstring identity = ModulePath();
+    std::wstring identity = FullNameOfProgramFile();
     CharLowerBuffW(identity.data(), static_cast<DWORD>(identity.size()));
     std::uint64_t number = 14695981039346656037ULL;
     for (const wchar_t character : identity) {

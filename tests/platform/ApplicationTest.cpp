@@ -9,7 +9,10 @@
 
 #include <gmock/gmock.h>
 
+#include <cstdlib>
 #include <filesystem>
+#include <string>
+#include <string_view>
 
 #include <windows.h>
 
@@ -70,6 +73,18 @@ TEST(PreviousInstance, TheSecondStartFindsTheFirstWhileItRuns)
     std::wstring inCapitals = ModulePath();
     CharUpperBuffW(inCapitals.data(), static_cast<DWORD>(inCapitals.size()));
     EXPECT_EQ(RunInChildProcess(L"PreviousInstance.DISABLED_Child_FindsOne", inCapitals), 0);
+}
+
+TEST(PreviousInstance, TheSameProgramFileIsFoundUnderAnotherDriveLetter)
+{
+    EXPECT_FALSE(PreviousInstance());
+    const char* machine = std::getenv("WINEPREFIX");
+    ASSERT_NE(machine, nullptr) << "run through tests/machine/in-wine";
+    // Drive Z: is the host's root, and so holds drive C: too.
+    const std::wstring otherPath =
+        std::filesystem::path("Z:" + std::string(machine) + "\\drive_c").make_preferred().wstring() +
+        ModulePath().substr(std::wstring_view(L"C:").size());
+    EXPECT_EQ(RunInChildProcess(L"PreviousInstance.DISABLED_Child_FindsOne", otherPath), 0);
 }
 
 TEST(PreviousInstance, ACopyInAnotherFolderIsAnotherProgram)
