@@ -106,8 +106,8 @@ void DataInterface::ReadJournalFile(const std::wstring& path)
         TextFile::Close(journalSlot);
     } else {
         // Looking for the end of a file that is not open fails in its turn, once, and reading ends. A slot that an
-        // empty save holds is not this call's to read or to close: it stays taken.
-        Attempt(path, [] { throw RuntimeError(ErrorNumber::BadFileNameOrNumber); });
+        // empty save holds is not this call's to close: it stays taken, by a file that can only be written.
+        Attempt(path, [] { static_cast<void>(TextFile::AtEndOfFile(journalSlot)); });
     }
 }
 

@@ -334,6 +334,34 @@ TEST_F(JournalFile, AFolderThatIsMissingIsToldAndReadingEnds)
                 ElementsAre(L"errorPath not found", L"errorPath not found", L"errorBad file name or number"));
 }
 
+TEST_F(JournalFile, AFolderThatComesBackMeanwhileGetsAnEmptyFile)
+{
+    static std::wstring comingBack;
+    comingBack = folder_.File(L"back");
+    // The folder is there again once its absence is being told.
+    const auto onWindow = [](int code, WPARAM wParam, LPARAM lParam) -> LRESULT {
+        if (code == HCBT_CREATEWND) {
+            CreateDirectoryW(comingBack.c_str(), nullptr);
+        }
+        return CallNextHookEx(nullptr, code, wParam, lParam);
+    };
+    HHOOK hook = SetWindowsHookExW(WH_CBT, onWindow, nullptr, GetCurrentThreadId());
+    ASSERT_NE(hook, nullptr);
+    ReadJournalFile(comingBack + L"\\journal.jrn");
+    UnhookWindowsHookEx(hook);
+    EXPECT_THAT(boxes_.Texts(),
+                ElementsAre(L"errorPath not found", L"errorFile not found", L"errorBad file name or number"));
+    EXPECT_EQ(BytesOf(comingBack + L"\\journal.jrn"), "");
+}
+
+TEST_F(JournalFile, AFileThatCannotBeCreatedEitherIsToldAndReadingEnds)
+{
+    // No file can be made in the host's table of processes.
+    ReadJournalFile(L"Z:\\proc\\journal.jrn");
+    EXPECT_THAT(boxes_.Texts(),
+                ElementsAre(L"errorFile not found", L"errorFile not found", L"errorBad file name or number"));
+}
+
 TEST_F(JournalFile, ReadingAndSavingLeaveTheSlotFree)
 {
     ReadBytes("x\r\n2004-01-02      1 \r\n");
@@ -369,7 +397,8 @@ TEST_F(JournalFile, AfterAnEmptySaveARevertIsToldTheReasonAndTheSlotStaysTaken)
     SaveJournal();
     AddDay(2004, 1, 2, 1, L"");
     LoadJournal();
-    EXPECT_THAT(boxes_.Texts(), ElementsAre(L"errorFile already open", L"errorBad file name or number"));
+    // The open fails, and so does the end-of-file test of a file that is open for writing; then reading ends.
+    EXPECT_THAT(boxes_.Texts(), ElementsAre(L"errorFile already open", L"errorBad file mode", L"Wrong file mode"));
     EXPECT_EQ(dayCount, 0);
     EXPECT_FALSE(IsJournalChanged());
     EXPECT_EQ(ErrorOf([] { SaveJournal(); }), ErrorNumber::FileAlreadyOpen);
