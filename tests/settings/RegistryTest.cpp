@@ -10,6 +10,8 @@
 
 #include <windows.h>
 
+#include <sddl.h>
+
 using registerModule::GetRegistryValue;
 using registerModule::ReadRegistryString;
 using registerModule::SaveRegistryValue;
@@ -67,6 +69,19 @@ protected:
         return exists;
     }
 };
+
+/// Leaves everybody only the right to read the keys of the section.
+void LetNobodyWrite(const std::wstring& section)
+{
+    HKEY key = nullptr;
+    RegOpenKeyExW(HKEY_LOCAL_MACHINE, (std::wstring(programKey) + L'\\' + section).c_str(), 0, KEY_READ | WRITE_DAC,
+                  &key);
+    PSECURITY_DESCRIPTOR rights = nullptr;
+    ConvertStringSecurityDescriptorToSecurityDescriptorW(L"D:P(A;;KR;;;WD)", SDDL_REVISION_1, &rights, nullptr);
+    EXPECT_EQ(RegSetKeySecurity(key, DACL_SECURITY_INFORMATION, rights), ERROR_SUCCESS);
+    LocalFree(rights);
+    RegCloseKey(key);
+}
 
 /// How many of the first handle values are in use. Handles are multiples of four.
 int OpenHandles()
@@ -196,6 +211,15 @@ TEST_F(RegistryOfSettings, FailuresAreSilent)
     const std::wstring impossibleName(20000, L'n');
     SaveRegistryValue(L"Settings", impossibleName, L"100");
     EXPECT_EQ(GetRegistryValue(L"Settings", impossibleName, L"0"), L"0");
+}
+
+TEST_F(RegistryOfSettings, WhoMayNotWriteReadsTheDefaultsAndLosesEveryWrite)
+{
+    SaveRegistryValue(L"Settings", L"Language", L"100");
+    LetNobodyWrite(L"Settings");
+    EXPECT_EQ(GetRegistryValue(L"Settings", L"Language", L"0"), L"0");
+    SaveRegistryValue(L"Settings", L"Language", L"7");
+    EXPECT_EQ(Stored(L"Settings", L"Language")->text, L"100");
 }
 
 TEST_F(RegistryOfSettings, CharactersOutsideTheCodePageBecomeQuestionMarks)
