@@ -135,6 +135,23 @@ TEST_F(InThisCountry, AddsEditsSavesAndReadsADay)
     EXPECT_THAT(boxes.Texts(), IsEmpty());
 }
 
+TEST_F(InThisCountry, MarksFebruaryAfterAnyChangeWhereTheDayComesFirstInADate)
+{
+    DWORD order = 0;
+    GetLocaleInfoEx(LOCALE_NAME_USER_DEFAULT, LOCALE_IDATE | LOCALE_RETURN_NUMBER, reinterpret_cast<LPWSTR>(&order),
+                    sizeof order / sizeof(wchar_t));
+    constexpr DWORD dayMonthYear = 1;
+    Start({.journal = DayInEachMonth()});
+    user.In<frmAdd>([](frmAdd& form) {
+        Pick(form.Combo1, form.Combo1.List(4));
+        Pick(form.Combo3, L"31");
+        Press(form.addButton);
+    });
+    Press(Main().addButton);
+    EXPECT_THAT(Lines(Main().List1), ElementsAre(testing::StartsWith(L"2003-05-31"), testing::_));
+    EXPECT_EQ(Main().TreeView1.SelectedNode(), 14 - (order == dayMonthYear ? 2 : 5));
+}
+
 TEST_F(InThisCountry, DeletesTheDayThatIsChosen)
 {
     Start({.journal = DayInEachMonth()});

@@ -2,8 +2,12 @@
 #include "tests/forms/ProgramUnderTest.h"
 
 #include "data/DataInterface.h"
+#include "forms/about/frmAbout.h"
 #include "forms/entry/frmAdd.h"
 #include "forms/entry/frmEdit.h"
+#include "forms/prefs/frmSettings.h"
+#include "forms/prefs/frmUserinfo.h"
+#include "forms/print/frmInterval.h"
 
 #include <gmock/gmock.h>
 
@@ -269,11 +273,24 @@ TEST_F(MainWindowClosing, UnloadsTheOtherFormsInAFixedOrderThenTheRestBackwards)
     ended.clear();
     WatchEndOf(Main());
     LoadAndWatch<Stranger<1>>();
+    LoadAndWatch<frmUserinfo>();
+    LoadAndWatch<frmSettings>();
+    LoadAndWatch<frmInterval>();
     LoadAndWatch<frmEdit>();
     LoadAndWatch<Stranger<2>>();
     LoadAndWatch<frmAdd>();
+    LoadAndWatch<frmAbout>();
+    const std::vector<std::wstring> expected{Text(The<frmAbout>()->Handle()),
+                                             L"Add",
+                                             L"Edit",
+                                             Text(The<frmInterval>()->Handle()),
+                                             Text(The<frmSettings>()->Handle()),
+                                             Text(The<frmUserinfo>()->Handle()),
+                                             L"Stranger 2",
+                                             L"Stranger 1",
+                                             L"Odomira"};
     CloseMain();
-    EXPECT_THAT(ended, ElementsAre(L"Add", L"Edit", L"Stranger 2", L"Stranger 1", L"Odomira"));
+    EXPECT_EQ(ended, expected);
 }
 
 TEST_F(MainWindowClosing, EndsTheMessageLoopAndSoTheProgram)
