@@ -16,8 +16,8 @@ namespace Clock {
 /// The current day of the user's system.
 CalendarDay Today();
 
-/// Makes Today answer this day until RunAgain: a calendar rule can then be looked at on any day. The program itself never
-/// stops its clock; this is for callers that drive it step by step.
+/// Makes Today answer this day until RunAgain: a calendar rule can then be looked at on any day. The program itself
+/// never stops its clock; this is for callers that drive it step by step.
 void StandStillAt(const CalendarDay& day);
 void RunAgain();
 

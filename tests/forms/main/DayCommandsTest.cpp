@@ -351,11 +351,12 @@ TEST_F(DayCommands, EditAndDeleteAskForADayWhenNoneIsChosen)
     Start({.journal = twoMonths});
     BringToFront(Main());
     Delete(0);
+    const auto listHasFocus = [] { return GetFocus() == Main().List1.Handle(); };
     Press(Main().editButton);
-    EXPECT_EQ(GetFocus(), Main().List1.Handle());
+    Await(listHasFocus, "the focus on the list");
     SetFocus(Main().TreeView1.Handle());
     Press(Main().deleteButton);
-    EXPECT_EQ(GetFocus(), Main().List1.Handle());
+    Await(listHasFocus, "the focus on the list");
 
     ASSERT_THAT(boxes.Texts(), ElementsAre(testing::_, L"Choose day to edit.", L"Choose day to delete."));
     for (const SeenMessageBox& box : {boxes.Seen()[1], boxes.Seen()[2]}) {

@@ -377,5 +377,5 @@ TEST_F(JournalView, AsksForADayWhenTheEmptyPartOfTheListIsDoubleClicked)
     GetClientRect(Main().List1.Handle(), &area);
     DoubleClickAt(Main().List1.Handle(), {area.right / 2, area.bottom - 5});
     EXPECT_THAT(boxes.Texts(), ElementsAre(L"Choose day to edit."));
-    EXPECT_EQ(GetFocus(), Main().List1.Handle());
+    Await([] { return GetFocus() == Main().List1.Handle(); }, "the focus on the list");
 }
