@@ -77,6 +77,9 @@ void SaveJournal();
 /// Full path of the journal in a folder, whether or not the folder's name ends in "\".
 std::wstring JournalPathIn(const std::wstring& folder);
 
+/// Whether the journal is there: a hidden file, or a folder of that name, does not count.
+bool FileExists(const std::wstring& path);
+
 /// Appends every entry of the file to the store, in the file's order. A line that cannot be read is told to the user
 /// and skipped.
 void ReadJournalFile(const std::wstring& path);

@@ -86,6 +86,11 @@ std::wstring DataInterface::JournalPathIn(const std::wstring& folder)
     return folder + (folder.ends_with(L'\\') ? L"" : L"\\") + L"datasource.jrn";
 }
 
+bool DataInterface::FileExists(const std::wstring& path)
+{
+    return ::FileExists(path);
+}
+
 void DataInterface::LoadJournal()
 {
     store.journalChanged = false;

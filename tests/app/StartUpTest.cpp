@@ -84,4 +84,6 @@ TEST_F(StartUp, DISABLED_SecondInstance)
     Module1::LoadSettings();
     EXPECT_THAT(Form::OpenForms(), IsEmpty());
     EXPECT_THAT(boxes.Texts(), IsEmpty());
+    EXPECT_EQ(Module1::distanceUnit, L"") << "settings are read";
+    EXPECT_FALSE(DataInterface::FileExists(JournalFile())) << "the journal is touched";
 }

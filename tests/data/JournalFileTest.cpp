@@ -95,7 +95,9 @@ TEST_F(JournalFile, LoadJournal_LooksInTheFolderOfTheProgramFile)
 TEST_F(JournalFile, LoadJournal_CreatesAMissingFileEmptyAndSaysNothing)
 {
     DeleteFileW(journalPath.c_str());
+    EXPECT_FALSE(DataInterface::FileExists(journalPath));
     LoadJournal();
+    EXPECT_TRUE(DataInterface::FileExists(journalPath));
     EXPECT_EQ(BytesOf(journalPath), "");
     EXPECT_EQ(dayCount, 0);
     EXPECT_THAT(boxes_.Texts(), IsEmpty());
