@@ -4,6 +4,7 @@
 #include "data/DayFields.h"
 #include "forms/LocalText.h"
 #include "forms/entry/DistanceText.h"
+#include "forms/entry/RouteText.h"
 #include "platform/CheckedArithmetic.h"
 #include "platform/Clock.h"
 #include "platform/Conversions.h"
@@ -158,9 +159,7 @@ double DayDialog::Distance() const
 
 std::wstring DayDialog::Route() const
 {
-    // A line break in the route would split the journal's line.
-    const std::wstring typed = Text2.Text();
-    return AsUserCodePageHoldsIt(typed.substr(0, typed.find_first_of(L"\r\n")));
+    return RouteOf(Text2.Text());
 }
 
 void DayDialog::HideChanged()

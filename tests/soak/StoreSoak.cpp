@@ -54,12 +54,12 @@ protected:
 
 TEST_F(StoreSoak, HoldsUnderManyOperationsOnDatesThatMeet)
 {
-    OperateOnNewJournals(DateChoice::Near, Amount(3000, 120000));
+    OperateOnNewJournals(DateChoice::Near, Amount(2000, 120000));
 }
 
 TEST_F(StoreSoak, HoldsUnderManyOperationsOnAnyThreeNumbers)
 {
-    OperateOnNewJournals(DateChoice::Any, Amount(3000, 120000));
+    OperateOnNewJournals(DateChoice::Any, Amount(2000, 120000));
 }
 
 TEST_F(StoreSoak, HoldsUnderManyOperationsAtItsCeiling)

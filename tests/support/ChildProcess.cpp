@@ -7,12 +7,9 @@
 
 #include <windows.h>
 
-int RunInChildProcess(const std::wstring& fullTestName)
-{
-    return RunInChildProcess(fullTestName, ModulePath());
-}
+namespace {
 
-int RunInChildProcess(const std::wstring& fullTestName, const std::wstring& program)
+OwnedHandle Start(const std::wstring& fullTestName, const std::wstring& program)
 {
     std::wstring command =
         L'"' + program + L"\" --gtest_brief=1 --gtest_also_run_disabled_tests --gtest_filter=" + fullTestName;
@@ -23,12 +20,32 @@ int RunInChildProcess(const std::wstring& fullTestName, const std::wstring& prog
         CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &started);
     if (running == 0) {
         ADD_FAILURE() << "CreateProcess: error " << GetLastError();
+        return OwnedHandle(nullptr);
+    }
+    const OwnedHandle thread(started.hThread);
+    return OwnedHandle(started.hProcess);
+}
+
+} // namespace
+
+int RunInChildProcess(const std::wstring& fullTestName)
+{
+    return RunInChildProcess(fullTestName, ModulePath());
+}
+
+int RunInChildProcess(const std::wstring& fullTestName, const std::wstring& program)
+{
+    const OwnedHandle process = Start(fullTestName, program);
+    if (!process) {
         return -1;
     }
-    const OwnedHandle process(started.hProcess);
-    const OwnedHandle thread(started.hThread);
     DWORD exitCode = 0;
     WaitForSingleObject(process.Get(), INFINITE);
     GetExitCodeProcess(process.Get(), &exitCode);
     return static_cast<int>(exitCode);
+}
+
+OwnedHandle StartInChildProcess(const std::wstring& fullTestName)
+{
+    return Start(fullTestName, ModulePath());
 }

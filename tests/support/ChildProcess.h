@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/OwnedHandle.h"
+
 #include <string>
 
 /// Runs one test of this program, or of a copy of its file, in a process of its own, waits for its end and answers its
@@ -7,3 +9,6 @@
 /// call overrides.
 int RunInChildProcess(const std::wstring& fullTestName);
 int RunInChildProcess(const std::wstring& fullTestName, const std::wstring& program);
+
+/// Starts it and does not wait: the process, or nothing when it could not be started, which fails the running test.
+OwnedHandle StartInChildProcess(const std::wstring& fullTestName);

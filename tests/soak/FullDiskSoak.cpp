@@ -1,0 +1,113 @@
+// A disk that has room for 0, 1, 2, ... pages of the journal: wherever the writing stops, the save says so, what was
+// entered is still in memory, and with room on the disk the same save succeeds. The old journal is cut before the new
+// one is written, by intention, so what the full disk keeps is the part of the new one that fits.
+
+#include "platform/Conversions.h"
+#include "platform/TextFile.h"
+#include "tests/data/StoreUnderTest.h"
+#include "tests/soak/Amounts.h"
+#include "tests/support/ErrorOf.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <algorithm>
+#include <cstdlib>
+
+#include <windows.h>
+
+using DataInterface::AddDay;
+using DataInterface::IsJournalChanged;
+using DataInterface::WriteJournalFile;
+
+namespace {
+
+constexpr std::size_t page = 4096;
+
+/// The disk of with-small-disk, and room on it.
+class SmallDisk {
+public:
+    std::wstring File(const std::wstring& name) const { return folder_ + L'\\' + name; }
+
+    std::size_t PagesFree() const
+    {
+        ULARGE_INTEGER free{};
+        EXPECT_NE(GetDiskFreeSpaceExW(folder_.c_str(), &free, nullptr, nullptr), 0);
+        return static_cast<std::size_t>(free.QuadPart / page);
+    }
+
+    /// Fills the disk up to so many free pages.
+    void Leave(std::size_t pages)
+    {
+        MakeRoom();
+        WriteBytes(File(L"filler"), std::string((PagesFree() - pages) * page, 'f'));
+        ASSERT_EQ(PagesFree(), pages);
+    }
+
+    void MakeRoom() { DeleteFileW(File(L"filler").c_str()); }
+
+private:
+    std::wstring folder_ = FromUserCodePage(std::getenv("ODOMIRA_SMALL_DISK"));
+};
+
+class FullDiskSoak : public StoreUnderTest {
+protected:
+    void TearDown() override
+    {
+        disk_.MakeRoom();
+        DeleteFileW(journal_.c_str());
+        report_.Did(saves_, "saves on a full disk, one for every 4 KiB of the write");
+        StoreUnderTest::TearDown();
+    }
+
+    void Enter(std::int64_t entries)
+    {
+        for (std::int64_t i = 0; i < entries; ++i) {
+            AddDay(2004, 2, 12, static_cast<double>(i % 10000), L"Office - customer visit " + std::to_wstring(i));
+        }
+    }
+
+    std::string Written()
+    {
+        WriteJournalFile(journal_);
+        return BytesOf(journal_);
+    }
+
+    void SaveWithRoomFor(std::size_t pages, const std::string& whole)
+    {
+        const std::vector<DayEntry> entered = Entries();
+        DeleteFileW(journal_.c_str());
+        WriteBytes(journal_, pages == 0 ? "" : "2004-02-11      1 the old journal, which has one page\r\n");
+        ASSERT_NO_FATAL_FAILURE(disk_.Leave(pages == 0 ? 0 : pages - 1));
+
+        ASSERT_EQ(ErrorOf([this] { WriteJournalFile(journal_); }), ErrorNumber::DiskFull);
+        ASSERT_TRUE(IsJournalChanged());
+        ASSERT_TRUE(Entries() == entered);
+        ASSERT_EQ(ErrorOf([] { TextFile::AtEndOfFile(1); }), ErrorNumber::BadFileNameOrNumber) << "the slot is taken";
+        const std::string kept = BytesOf(journal_);
+        ASSERT_LE(kept.size(), pages * page);
+        ASSERT_TRUE(whole.starts_with(kept));
+
+        disk_.MakeRoom();
+        ASSERT_EQ(Written(), whole);
+        ++saves_;
+    }
+
+    SmallDisk disk_;
+    std::wstring journal_ = disk_.File(L"datasource.jrn");
+    std::int64_t saves_ = 0;
+    ClosingReport report_;
+};
+
+} // namespace
+
+TEST_F(FullDiskSoak, WhereverTheWritingStopsNothingEnteredIsLost)
+{
+    Enter(Amount(1500, 17000));
+    const std::string whole = Written();
+    const std::size_t pages = (whole.size() + page - 1) / page;
+    ASSERT_LT(pages, disk_.PagesFree()) << "the disk is too small for the test";
+    for (std::size_t room = 0; room < pages; ++room) {
+        SCOPED_TRACE(room);
+        ASSERT_NO_FATAL_FAILURE(SaveWithRoomFor(room, whole));
+    }
+    EXPECT_EQ(static_cast<std::size_t>(saves_), pages);
+}
