@@ -32,6 +32,11 @@ std::wstring ProgramFolder()
     return path.substr(0, atDriveRoot ? lastSeparator + 1 : lastSeparator);
 }
 
+void LoadLibrariesFromSystemFolderOnly()
+{
+    SetDefaultDllDirectories(LOAD_LIBRARY_SEARCH_SYSTEM32);
+}
+
 Version VersionNumbers()
 {
     const std::wstring path = ModulePath();

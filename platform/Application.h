@@ -15,6 +15,10 @@ std::wstring ProductName();
 /// of a drive ("C:\").
 std::wstring ProgramFolder();
 
+/// From here on Windows looks for libraries in its own system folder alone. A library that somebody put into the folder
+/// of the program, where every user may add files, is never loaded under the name of one of the system's.
+void LoadLibrariesFromSystemFolderOnly();
+
 struct Version {
     std::int16_t major = 0;
     std::int16_t minor = 0;

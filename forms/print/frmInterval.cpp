@@ -146,6 +146,9 @@ void frmInterval::ApplyLanguage()
     Label1[1].SetCaption(LocalText(text::print::month));
     Label1[2].SetCaption(LocalText(text::print::day));
     Label1[0].SetCaption(LocalText(text::print::year));
+    // The month and the day of the first group are captioned once more, deliberately; it shows nothing new.
+    Label1[1].SetCaption(LocalText(text::print::month));
+    Label1[2].SetCaption(LocalText(text::print::day));
     Frame2.SetCaption(LocalText(text::print::upTo));
     Label1[5].SetCaption(LocalText(text::print::year));
     Label1[4].SetCaption(LocalText(text::print::month));

@@ -67,6 +67,20 @@ class Editing(Story):
         wanted = self.saved("2004-11-03    0.5 Bank", "2004-02-12   12.5 Office - customer visit")
         self.until(lambda: self.program.journal == wanted, "the saved journal")
 
+    def test_moves_the_day_to_another_month_which_is_shown_then(self):
+        self.days.click_line(0, 2)
+        dialog = self.program.dialog("Edit")
+        dialog.control("ComboBox").choose("December")
+        dialog.control("ComboBox", nth=1).choose("5")
+        dialog.button("OK").click()
+        dialog.wait_gone()
+        self.expect_days("2004-12-05    100 ")
+        self.assertEqual([node["text"] for node in self.tree.nodes], ["2004", "December", "February"])
+        self.assertEqual(self.tree.selected_node(), ("2004", "December"))
+        self.program.menu(*SAVE)
+        wanted = self.saved("2004-12-05    100 ", "2004-02-12   12.5 Office - customer visit")
+        self.until(lambda: self.program.journal == wanted, "the saved journal")
+
 
 class Deleting(Story):
     journal = "two-days.jrn"
@@ -89,6 +103,27 @@ class Deleting(Story):
         self.assertEqual(box.message, "Choose day to delete.")
         box.answer("OK")
         self.until(lambda: self.days.focused, "focus on the list")
+
+
+class DeletingEverything(Story):
+    journal = b"2004-11-03    100 \r\n"
+
+    def test_and_saving_empties_the_file_which_then_stays_in_use(self):
+        self.delete_line(0).answer("Yes")
+        self.expect_days()
+        self.program.menu(*SAVE)
+        self.until(lambda: self.program.journal == b"", "the empty journal")
+        self.main.button("Add...").click()
+        dialog = self.program.dialog("Add")
+        self.fill_day(dialog, distance="7", day="1")
+        dialog.button("OK").click()
+        dialog.wait_gone()
+        self.program.menu(*SAVE)
+        box = self.program.message_box()
+        self.assertEqual(box.message.split(), ["Run-time", "error", "'55':", "File", "already", "open"])
+        box.answer("OK")
+        self.assertEqual(len(self.days.lines), 1, "the day that was entered is still there")
+        self.assertEqual(self.program.journal, b"")
 
 
 class Reverting(Story):

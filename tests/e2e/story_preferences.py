@@ -31,7 +31,7 @@ class Preferences(Story):
         self.assertIn("km", self.main.texts())
         self.assertIsNone(self.program.setting("Settings", "Langdenhet"))
 
-    def test_the_employee_is_remembered_from_one_opening_to_the_next(self):
+    def test_the_employee_is_remembered_by_the_next_start(self):
         self.program.menu(*USERINFO)
         dialog = self.program.dialog("Employee information")
         for nth, text in enumerate(("Brenholt AB", "Åsa", "Öberg")):
@@ -44,6 +44,11 @@ class Preferences(Story):
         names = ("Company", "Name", "Surname", "Aktiverat_personnummer", "Personnummer")
         self.assertEqual([self.program.setting("Userinfo", name) for name in names],
                          ["Brenholt AB", "Åsa", "Öberg", "1", "640823-3234"])
+        self.main.close()
+        self.assertEqual(self.program.wait_end(), 0)
+
+        self.program.start()
+        self.main = self.program.main_window()
         self.program.menu(*USERINFO)
         dialog = self.program.dialog("Employee information")
         self.assertEqual([dialog.control("Edit", nth=nth).text for nth in range(4)],

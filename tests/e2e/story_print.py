@@ -4,7 +4,7 @@ import glob
 import os
 import subprocess
 
-from driver import PRINT, Story
+from driver import PRINT, SETTINGS, Story
 
 
 class Printing(Story):
@@ -20,6 +20,10 @@ class Printing(Story):
     def jobs(self):
         return sorted(glob.glob(os.path.join(self.machine.environment["ODOMIRA_PRINTED"], "*.pdf")))
 
+    @staticmethod
+    def words(job):
+        return subprocess.run(["pdftotext", "-layout", job, "-"], capture_output=True, text=True, check=True).stdout
+
     def test_prints_as_many_copies_as_the_user_wants(self):
         dialog = self.open()
         dialog.control("Edit", nth=2).type("Drives of the month")
@@ -32,7 +36,7 @@ class Printing(Story):
         dialog.wait_gone()
         self.until(lambda: len(self.jobs()) == 2, "two printed copies")
         for job in self.jobs():
-            text = subprocess.run(["pdftotext", "-layout", job, "-"], capture_output=True, text=True, check=True).stdout
+            text = self.words(job)
             for words in ("Drives of the month", "Brenholt", "Anna Lind", "Depot & site", "12.5"):
                 self.assertIn(words, text)
         self.assertEqual(self.program.setting("Print", "Heading"), "Drives of the month")
@@ -46,3 +50,22 @@ class Printing(Story):
         dialog.button("Cancel").click()
         dialog.wait_gone()
         self.assertEqual(self.jobs(), [])
+
+    def test_speaks_the_language_and_unit_that_were_chosen_with_a_month_on_show(self):
+        self.program.menu(*SETTINGS)
+        dialog = self.program.dialog("Settings")
+        dialog.button("miles").click()
+        self.program.keys("ctrl+Tab")
+        dialog.button("Swedish (Svenska)").click()
+        self.until(lambda: dialog.button("Swedish (Svenska)").checked, "Swedish to be chosen")
+        dialog.button("OK").click()
+        dialog.wait_gone()
+        self.program.menu(*PRINT)
+        dialog = self.program.dialog("Utskriftsintervall")
+        dialog.button("Skriv ut...").click()
+        self.program.dialog("Print").button("OK").click()
+        dialog.wait_gone()
+        self.until(self.jobs, "a printed journal")
+        text = self.words(self.jobs()[0])
+        self.assertRegex(text, r"Datum +mil +Färdväg")
+        self.assertIn("Körjournal", text)

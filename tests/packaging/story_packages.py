@@ -25,6 +25,44 @@ def version_record(path):
     return high >> 16, high & 0xFFFF, low >> 16, low & 0xFFFF
 
 
+class Image:
+    """What the header of a program file for 64-bit Windows says."""
+    def __init__(self, path):
+        self.data = content(path)
+        start, = struct.unpack_from("<I", self.data, 0x3C)
+        self.machine, sections = struct.unpack_from("<HH", self.data, start + 4)
+        optional_size, = struct.unpack_from("<H", self.data, start + 20)
+        self.optional = start + 24
+        self.characteristics, = struct.unpack_from("<H", self.data, self.optional + 70)
+        table = self.optional + optional_size
+        self.sections = [struct.unpack_from("<IIII", self.data, table + 40 * i + 8) for i in range(sections)]
+
+    def directory(self, number):
+        """Address and size of one of the tables that the header lists."""
+        return struct.unpack_from("<II", self.data, self.optional + 112 + 8 * number)
+
+    def offset(self, address):
+        for size, start, _, offset in self.sections:
+            if start <= address < start + size:
+                return address - start + offset
+        raise ValueError(hex(address))
+
+    def libraries(self):
+        """The names of the libraries that are loaded with the program, in lower case."""
+        names = []
+        entry = self.offset(self.directory(1)[0])
+        while name := struct.unpack_from("<I", self.data, entry + 12)[0]:
+            at = self.offset(name)
+            names.append(self.data[at:self.data.index(b"\0", at)].decode().lower())
+            entry += 20
+        return names
+
+
+# What Windows takes from its own folder whatever lies beside the program; comctl32 is named in the manifest.
+ALWAYS_OF_THE_SYSTEM = {"advapi32.dll", "comctl32.dll", "comdlg32.dll", "gdi32.dll", "kernel32.dll", "msvcrt.dll",
+                        "ole32.dll", "oleaut32.dll", "shell32.dll", "user32.dll"}
+
+
 class Packages(unittest.TestCase):
     def setUp(self):
         folder = tempfile.TemporaryDirectory()
@@ -58,11 +96,22 @@ class Packages(unittest.TestCase):
         self.assertEqual(program[header:header + 4], b"PE\0\0")
         self.assertEqual(struct.unpack_from("<I", program, header + 8)[0], 0)
 
+    def test_the_program_loads_only_libraries_that_nobody_can_replace(self):
+        self.assertEqual(set(Image(PROGRAM).libraries()) - ALWAYS_OF_THE_SYSTEM, set())
+
+    def test_the_program_is_hardened(self):
+        program = Image(PROGRAM)
+        self.assertEqual(program.machine, 0x8664)
+        high_entropy, dynamic_base, no_execute = 0x20, 0x40, 0x100
+        self.assertEqual(program.characteristics, high_entropy | dynamic_base | no_execute)
+        self.assertGreater(program.directory(5)[1], 0, "without relocations it cannot move in memory")
+
     def test_setup_and_program_bear_the_version_of_the_project(self):
         major, minor, patch = map(int, VERSION.split("."))
         setup, _ = self.make("versions")
         self.assertEqual(version_record(PROGRAM), (major, minor, 0, patch))
         self.assertEqual(version_record(setup), (major, minor, 0, patch))
+        self.assertIn(f"\n## [{VERSION}] - ".encode(), content(os.path.join(PROJECT, "CHANGELOG.md")))
 
     def test_the_zip_holds_the_program_and_what_to_know_at_the_time_of_the_commit(self):
         _, path = self.make("zip", SOURCE_DATE_EPOCH="1000000000")

@@ -44,6 +44,28 @@ TEST(Application, TheRootOfADriveKeepsItsSeparator)
     DeleteFileW(copy.c_str());
 }
 
+TEST(Application, DISABLED_Child_FindsAPlantedLibrary)
+{
+    EXPECT_NE(LoadLibraryW(L"planted.dll"), nullptr);
+}
+
+TEST(Application, DISABLED_Child_FindsTheSystemsLibrariesOnly)
+{
+    LoadLibrariesFromSystemFolderOnly();
+    EXPECT_EQ(LoadLibraryW(L"planted.dll"), nullptr);
+    EXPECT_EQ(VersionNumbers().major, ODOMIRA_VERSION_MAJOR) << "the system's own library is not found";
+}
+
+TEST(Application, ALibraryBesideTheProgramIsNotLoadedOnceTheSearchIsLimited)
+{
+    const TemporaryFolder folder;
+    const std::wstring copy = folder.File(L"application_test.exe");
+    ASSERT_TRUE(CopyFileW(ModulePath().c_str(), copy.c_str(), FALSE));
+    ASSERT_TRUE(CopyFileW(ModulePath().c_str(), folder.File(L"planted.dll").c_str(), FALSE));
+    EXPECT_EQ(RunInChildProcess(L"Application.DISABLED_Child_FindsAPlantedLibrary", copy), 0);
+    EXPECT_EQ(RunInChildProcess(L"Application.DISABLED_Child_FindsTheSystemsLibrariesOnly", copy), 0);
+}
+
 TEST(Application, TheVersionIsReadFromTheRecordOfTheProgramFile)
 {
     const Version version = VersionNumbers();

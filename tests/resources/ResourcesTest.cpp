@@ -31,13 +31,16 @@ unsigned Number16(std::string_view bytes, std::size_t position)
     return static_cast<unsigned char>(bytes[position]) + 256u * static_cast<unsigned char>(bytes[position + 1]);
 }
 
-std::wstring VersionText(const std::wstring& name)
+constexpr const wchar_t* english = L"040904B0";
+constexpr const wchar_t* swedish = L"041D04B0";
+
+std::wstring VersionText(const std::wstring& language, const std::wstring& name)
 {
     std::vector<std::byte> record(GetFileVersionInfoSizeW(ModulePath().c_str(), nullptr));
     GetFileVersionInfoW(ModulePath().c_str(), 0, static_cast<DWORD>(record.size()), record.data());
     void* text = nullptr;
     UINT length = 0;
-    VerQueryValueW(record.data(), (L"\\StringFileInfo\\040904B0\\" + name).c_str(), &text, &length);
+    VerQueryValueW(record.data(), (L"\\StringFileInfo\\" + language + L'\\' + name).c_str(), &text, &length);
     return text != nullptr ? static_cast<const wchar_t*>(text) : L"";
 }
 
@@ -108,9 +111,26 @@ TEST(Resources, ThePictureIsAGifOfTheSizeItIsDrawnFor)
 
 TEST(Resources, TheVersionRecordNamesTheProgramAsItNamesItself)
 {
-    EXPECT_EQ(VersionText(L"ProductName"), ProductName());
-    EXPECT_EQ(VersionText(L"CompanyName"), L"Brenholt");
     const Version version = VersionNumbers();
-    EXPECT_EQ(VersionText(L"FileVersion"),
-              ToText(int{version.major}) + L'.' + ToText(int{version.minor}) + L".0." + ToText(int{version.revision}));
+    const std::wstring numbers =
+        ToText(int{version.major}) + L'.' + ToText(int{version.minor}) + L".0." + ToText(int{version.revision});
+    for (const auto* language : {english, swedish}) {
+        EXPECT_EQ(VersionText(language, L"ProductName"), ProductName());
+        EXPECT_EQ(VersionText(language, L"CompanyName"), L"Brenholt");
+        EXPECT_EQ(VersionText(language, L"FileVersion"), numbers);
+    }
+    EXPECT_EQ(VersionText(english, L"FileDescription"), L"Odomira mileage journal");
+    EXPECT_EQ(VersionText(swedish, L"FileDescription"), L"Odomira körjournal");
+}
+
+TEST(Resources, TheVersionRecordOffersBothLanguages)
+{
+    std::vector<std::byte> record(GetFileVersionInfoSizeW(ModulePath().c_str(), nullptr));
+    GetFileVersionInfoW(ModulePath().c_str(), 0, static_cast<DWORD>(record.size()), record.data());
+    void* pairs = nullptr;
+    UINT size = 0;
+    ASSERT_NE(VerQueryValueW(record.data(), L"\\VarFileInfo\\Translation", &pairs, &size), 0);
+    const std::vector<WORD> found(static_cast<const WORD*>(pairs),
+                                  static_cast<const WORD*>(pairs) + size / sizeof(WORD));
+    EXPECT_THAT(found, testing::ElementsAre(0x0409, 1200, 0x041D, 1200));
 }
