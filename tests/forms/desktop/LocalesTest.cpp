@@ -5,11 +5,16 @@
 #include "forms/entry/frmAdd.h"
 #include "forms/entry/frmEdit.h"
 #include "forms/print/frmInterval.h"
+#include "platform/Clock.h"
 #include "platform/Conversions.h"
+#include "tests/support/PrintedJobs.h"
+#include "tests/support/PrinterDialogUser.h"
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <set>
+#include <vector>
 
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -180,6 +185,24 @@ TEST_F(InThisCountry, NamesTheIntervalOfTheMonthsThatArePicked)
         form.Unload();
     });
     ChooseCommand(Main(), {L"File", L"Print..."});
+    EXPECT_THAT(boxes.Texts(), IsEmpty());
+}
+
+TEST_F(InThisCountry, PrintsADayWithItsDistanceAndAddsItUp)
+{
+    const std::wstring half = L"7" + DecimalSeparator() + L"5";
+    Start({.journal = InTheUsersCodePage(L"2003-05-31    " + half + L" " + RouteInTheSystemsLanguage()) + "\r\n"});
+    Clock::StandStillAt({2003, 6, 5});
+    const auto printing = PrinterDialogUser::WhoPrints(1);
+    user.In<frmInterval>([](frmInterval& form) { Press(form.addButton); });
+    ChooseCommand(Main(), {L"File", L"Print..."});
+    Clock::RunAgain();
+    std::vector<std::wstring> words;
+    for (const PrintedWord& word : WaitForJobs(1).back().Words()) {
+        words.push_back(word.text);
+    }
+    EXPECT_THAT(words, testing::IsSupersetOf({std::wstring(L"2003-05-31"), half, std::wstring(L"2003-06-05")}));
+    EXPECT_EQ(std::ranges::count(words, half), 2) << "once in the row, once as the sum";
     EXPECT_THAT(boxes.Texts(), IsEmpty());
 }
 
