@@ -1,0 +1,102 @@
+// A monkey at the keyboard, and what is to be said of the program and its journal afterwards.
+#include "tests/soak/monkey/Monkey.h"
+#include "tests/soak/Amounts.h"
+#include "tests/soak/monkey/Holdings.h"
+#include "tests/soak/monkey/Installation.h"
+#include "tests/soak/monkey/PatientUser.h"
+#include "tests/support/RecordingBrowser.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <iostream>
+#include <regex>
+#include <sstream>
+#include <string>
+
+namespace {
+
+void ExpectWellFormedJournal(const std::string& bytes)
+{
+    const std::string header = "'Source file for Odomira\r\n'Do not change this file unless absolutely sure.\r\n";
+    ASSERT_TRUE(bytes.starts_with(header));
+    ASSERT_TRUE(bytes.ends_with("\r\n"));
+    const std::regex day("[0-9]{4}-[0-9]{2}-[0-9]{2} [ 0-9.-]{5}[0-9] .*\r");
+    std::istringstream lines(bytes.substr(header.size()));
+    for (std::string line; std::getline(lines, line);) {
+        EXPECT_TRUE(std::regex_match(line, day)) << line;
+    }
+}
+
+/// The program at rest has the windows that it always has, however long the monkey was at it.
+class StockTaking {
+public:
+    void Of(Monkey& monkey)
+    {
+        monkey.GoToRest();
+        // A program that has just been started lacks the windows that come with the first dialog.
+        PatientUser(monkey.Program()).OpenAndLeaveADialog();
+        const Holdings holdings = HoldingsOf(monkey.Program().Process());
+        windows_ = windows_ == 0 ? holdings.windows : windows_;
+        EXPECT_EQ(holdings.windows, windows_) << monkey.LastActs();
+        mostGdiObjects_ = std::max(mostGdiObjects_, holdings.gdiObjects);
+        mostUserObjects_ = std::max(mostUserObjects_, holdings.userObjects);
+        ++times_;
+    }
+
+    void Tell(ClosingReport& report) const
+    {
+        report.Did(times_, "times at rest");
+        report.Did(windows_, "windows each time");
+        report.Did(mostGdiObjects_, "GDI objects at most");
+        report.Did(mostUserObjects_, "user objects at most");
+    }
+
+private:
+    int times_ = 0;
+    int windows_ = 0;
+    int mostGdiObjects_ = 0;
+    int mostUserObjects_ = 0;
+};
+
+void Report(const Monkey& monkey, ClosingReport& report)
+{
+    for (const auto& [deed, count] : monkey.Deeds()) {
+        report.Did(count, deed);
+    }
+    for (const auto& [message, count] : monkey.Messages()) {
+        std::cout << "message, " << count << " times: " << testing::PrintToString(message) << '\n';
+    }
+}
+
+} // namespace
+
+TEST(Monkey, AtTheKeyboardNeitherCrashesNorHangsTheProgramNorHarmsTheJournal)
+{
+    ClosingReport report;
+    const RecordingBrowser browser;
+    const Installation installation(L"three-years-en.jrn");
+    Monkey monkey(installation.Program(), Seed());
+    StockTaking stock;
+    const std::int64_t acts = Amount(100, 20500);
+    const std::int64_t stockTakingEvery = Amount(50, 250);
+    try {
+        for (std::int64_t act = 0; act < acts; ++act) {
+            monkey.Act();
+            if (act % stockTakingEvery == stockTakingEvery - 1) {
+                stock.Of(monkey);
+            }
+        }
+        monkey.EndAndSave();
+        const std::string saved = BytesOf(installation.Journal());
+        ExpectWellFormedJournal(saved);
+        // Reading it back brings no message, and there is nothing to save.
+        Monkey(installation.Program(), Seed()).EndAndSave();
+        EXPECT_EQ(BytesOf(installation.Journal()), saved);
+    } catch (const Finding& finding) {
+        ADD_FAILURE() << finding.what() << '\n' << monkey.LastActs();
+    }
+    Report(monkey, report);
+    stock.Tell(report);
+}

@@ -1,0 +1,286 @@
+#include "tests/soak/monkey/PatientUser.h"
+
+#include "tests/soak/monkey/Hands.h"
+
+#include <algorithm>
+#include <chrono>
+#include <iterator>
+#include <thread>
+#include <vector>
+
+namespace {
+
+// Where the commands are in the menu: the column, the row without separators, the row of the sub menu.
+constexpr std::initializer_list<int> revert{0, 0};
+constexpr std::initializer_list<int> print{0, 2};
+constexpr std::initializer_list<int> settings{1, 0};
+constexpr std::initializer_list<int> employeeInformation{1, 1};
+constexpr std::initializer_list<int> about{2, 1};
+
+constexpr const wchar_t* buttonClass = L"Button";
+
+constexpr int settingsOfSettings = 2;
+constexpr int settingsOfEmployee = 5;
+constexpr int settingsOfPrinting = 2;
+
+POINT MiddleOf(HWND window)
+{
+    RECT area{};
+    GetWindowRect(window, &area);
+    return {(area.left + area.right) / 2, (area.top + area.bottom) / 2};
+}
+
+bool IsDone(const std::function<bool()>& condition)
+{
+    constexpr std::chrono::seconds patience{4};
+    const auto end = std::chrono::steady_clock::now() + patience;
+    while (!condition()) {
+        if (std::chrono::steady_clock::now() > end) {
+            return false;
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(2));
+    }
+    return true;
+}
+
+} // namespace
+
+void PatientUser::Keys(std::initializer_list<WORD> keys) const
+{
+    std::ranges::for_each(keys, hands::Press);
+    program_.Settle(2 * static_cast<int>(keys.size()) + 2);
+}
+
+void PatientUser::ClickOn(HWND control) const
+{
+    hands::MoveTo(MiddleOf(control));
+    program_.Settle(2);
+    hands::Click(MiddleOf(control));
+    program_.Settle(6);
+}
+
+void PatientUser::BringToFront() const
+{
+    if (HWND top = program_.Top(); top != nullptr && top != GetForegroundWindow()) {
+        SetForegroundWindow(top);
+    }
+}
+
+HWND PatientUser::Open(const std::function<void()>& deed)
+{
+    constexpr int attempts = 5;
+    HWND before = program_.Top();
+    for (int attempt = 0; attempt < attempts; ++attempt) {
+        repeats_ += attempt > 0 ? 1 : 0;
+        deed();
+        HWND opened = nullptr;
+        if (IsDone([&] {
+                opened = program_.Top();
+                return opened != nullptr && opened != before && opened == GetForegroundWindow() &&
+                       !ControlsOf(opened).empty();
+            })) {
+            return opened;
+        }
+        BringToFront();
+        Keys({VK_ESCAPE}); // a menu that was left open
+    }
+    throw Finding("a command opens nothing\n" + program_.OnTheScreen());
+}
+
+HWND PatientUser::OpenByButton(Command command)
+{
+    return Open([&] { ClickOn(ControlsOf(program_.MainWindow(), buttonClass).at(command)); });
+}
+
+HWND PatientUser::OpenByMenu(std::initializer_list<int> path)
+{
+    return Open([&] {
+        std::vector<WORD> keys{VK_F10};
+        const int column = *path.begin();
+        keys.insert(keys.end(), static_cast<std::size_t>(column), VK_RIGHT);
+        for (auto row = std::next(path.begin()); row != path.end(); ++row) {
+            keys.insert(keys.end(), {row == std::next(path.begin()) ? WORD{VK_DOWN} : WORD{VK_RIGHT}, VK_HOME});
+            keys.insert(keys.end(), static_cast<std::size_t>(*row), VK_DOWN);
+        }
+        keys.push_back(VK_RETURN);
+        std::ranges::for_each(keys, hands::Press);
+        program_.Settle(2 * static_cast<int>(keys.size()) + 2);
+    });
+}
+
+void PatientUser::LeaveBy(HWND window, const std::function<void()>& deed)
+{
+    constexpr int attempts = 5;
+    for (int attempt = 0; attempt < attempts; ++attempt) {
+        repeats_ += attempt > 0 ? 1 : 0;
+        deed();
+        if (IsDone([&] { return program_.Top() != window && program_.Top() == GetForegroundWindow(); })) {
+            return;
+        }
+        BringToFront();
+    }
+    throw Finding("a dialog does not close\n" + program_.OnTheScreen());
+}
+
+void PatientUser::Leave(HWND window, Exit exit)
+{
+    LeaveBy(window, [&] {
+        switch (exit) {
+        case Exit::Escape:
+            Keys({VK_ESCAPE});
+            break;
+        case Exit::CloseBox:
+            PostMessageW(window, WM_SYSCOMMAND, SC_CLOSE, 0);
+            break;
+        case Exit::CancelButton:
+            ClickOn(ControlsOf(window, buttonClass).back());
+            break;
+        case Exit::Enter:
+            Keys({VK_RETURN});
+            break;
+        }
+        program_.Settle(4);
+    });
+}
+
+void PatientUser::ChooseFirstLine()
+{
+    HWND list = ControlsOf(program_.MainWindow(), L"ListBox").front();
+    RECT area{};
+    GetWindowRect(list, &area);
+    hands::Click({area.left + 20, area.top + 8});
+    HWND edit = ControlsOf(program_.MainWindow(), buttonClass).at(editButton);
+    if (!program_.Becomes([edit] { return IsWindowEnabled(edit) != FALSE; })) {
+        throw Finding("a line of the list cannot be chosen");
+    }
+}
+
+void PatientUser::Add(int time)
+{
+    constexpr int ways = 5;
+    switch (time % ways) {
+    case 0:
+        AddADayAndDeleteIt();
+        break;
+    case 1:
+        BeRefusedByAdd();
+        break;
+    default:
+        Leave(OpenByButton(addButton), static_cast<Exit>(time % ways - 2));
+        break;
+    }
+}
+
+void PatientUser::OpenAndLeaveADialog()
+{
+    Leave(OpenByButton(addButton), Exit::Escape);
+}
+
+void PatientUser::AddADayAndDeleteIt()
+{
+    HWND dialog = OpenByButton(addButton);
+    LeaveBy(dialog, [this] { Keys({VK_TAB, VK_TAB, VK_HOME, VK_RETURN}); });
+    HWND question = OpenByButton(deleteButton);
+    LeaveBy(question, [&] { ClickOn(GetDlgItem(question, IDYES)); });
+}
+
+void PatientUser::BeRefusedByAdd()
+{
+    HWND dialog = OpenByButton(addButton);
+    Leave(Open([this] { Keys({VK_RETURN}); }), Exit::Enter);
+    Leave(dialog, Exit::Escape);
+}
+
+void PatientUser::Edit(int time)
+{
+    ChooseFirstLine();
+    HWND dialog = OpenByButton(editButton);
+    Leave(dialog, static_cast<Exit>(time % 4));
+}
+
+void PatientUser::AskToDelete(int time)
+{
+    ChooseFirstLine();
+    HWND question = OpenByButton(deleteButton);
+    // The question can be answered only; the answer that Enter gives is No.
+    if (time % 2 == 0) {
+        Leave(question, Exit::Enter);
+    } else {
+        LeaveBy(question, [&] { ClickOn(GetDlgItem(question, IDNO)); });
+    }
+}
+
+void PatientUser::ForgetToChooseADay(int time)
+{
+    // After a deletion no line is chosen, and the button says so.
+    if (time == 0) {
+        AddADayAndDeleteIt();
+    }
+    HWND message = OpenByButton(deleteButton);
+    Leave(message, time % 2 == 0 ? Exit::Enter : Exit::Escape);
+}
+
+void PatientUser::Settings(int time)
+{
+    HWND dialog = OpenByMenu(settings);
+    const auto exit = static_cast<Exit>(time % 4);
+    savedSettings_ += exit == Exit::Enter ? settingsOfSettings : 0;
+    Leave(dialog, exit);
+}
+
+void PatientUser::EmployeeInformation(int time)
+{
+    HWND dialog = OpenByMenu(employeeInformation);
+    const auto exit = static_cast<Exit>(time % 4);
+    savedSettings_ += exit == Exit::Enter ? settingsOfEmployee : 0;
+    Leave(dialog, exit);
+}
+
+void PatientUser::About(int time)
+{
+    HWND dialog = OpenByMenu(about);
+    Leave(dialog, static_cast<Exit>(time % 4));
+}
+
+void PatientUser::PrintInterval(int time)
+{
+    HWND dialog = OpenByMenu(print);
+    Leave(dialog, static_cast<Exit>(time % 3));
+}
+
+void PatientUser::ChoosePrinter(int time)
+{
+    HWND dialog = OpenByMenu(print);
+    HWND chooser = Open([this] { Keys({VK_RETURN}); });
+    savedSettings_ += settingsOfPrinting;
+    Leave(chooser, time % 2 == 0 ? Exit::Escape : Exit::CloseBox);
+    Leave(dialog, Exit::Escape);
+}
+
+void PatientUser::Print(int /*time*/)
+{
+    OpenByMenu(print);
+    HWND chooser = Open([this] { Keys({VK_RETURN}); });
+    savedSettings_ += settingsOfPrinting;
+    PostMessageW(chooser, WM_COMMAND, IDOK, 0);
+    if (!program_.Becomes([this] { return program_.IsAtRest(); })) {
+        throw Finding("the dialog stays open after printing");
+    }
+}
+
+void PatientUser::AskToRevert(int time)
+{
+    HWND question = OpenByMenu(revert);
+    if (time % 2 == 0) {
+        Leave(question, Exit::Enter);
+    } else {
+        LeaveBy(question, [&] { ClickOn(GetDlgItem(question, IDNO)); });
+    }
+}
+
+void PatientUser::AskToSave(int time)
+{
+    HWND question = Open([this] { PostMessageW(program_.MainWindow(), WM_SYSCOMMAND, SC_CLOSE, 0); });
+    // Every way out is Cancel, and so is the answer that Enter gives.
+    Leave(question, static_cast<Exit>(time % 4));
+}
