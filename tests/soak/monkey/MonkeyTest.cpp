@@ -79,7 +79,7 @@ TEST(Monkey, AtTheKeyboardNeitherCrashesNorHangsTheProgramNorHarmsTheJournal)
     const Installation installation(L"three-years-en.jrn");
     Monkey monkey(installation.Program(), Seed());
     StockTaking stock;
-    const std::int64_t acts = Amount(100, 20500);
+    const std::int64_t acts = Amount(100, 20000);
     const std::int64_t stockTakingEvery = Amount(50, 250);
     try {
         for (std::int64_t act = 0; act < acts; ++act) {

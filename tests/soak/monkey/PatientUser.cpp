@@ -66,7 +66,7 @@ void PatientUser::BringToFront() const
     }
 }
 
-HWND PatientUser::Open(const std::function<void()>& deed)
+HWND PatientUser::Open(WindowKind kind, const std::function<void()>& deed)
 {
     constexpr int attempts = 5;
     HWND before = program_.Top();
@@ -77,24 +77,24 @@ HWND PatientUser::Open(const std::function<void()>& deed)
         if (IsDone([&] {
                 opened = program_.Top();
                 return opened != nullptr && opened != before && opened == GetForegroundWindow() &&
-                       !ControlsOf(opened).empty();
+                       KindOf(opened) == kind;
             })) {
             return opened;
         }
         BringToFront();
         Keys({VK_ESCAPE}); // a menu that was left open
     }
-    throw Finding("a command opens nothing\n" + program_.OnTheScreen());
+    throw Finding("a command does not open what it should\n" + program_.OnTheScreen());
 }
 
-HWND PatientUser::OpenByButton(Command command)
+HWND PatientUser::OpenByButton(Command command, WindowKind kind)
 {
-    return Open([&] { ClickOn(ControlsOf(program_.MainWindow(), buttonClass).at(command)); });
+    return Open(kind, [&] { ClickOn(ControlsOf(program_.MainWindow(), buttonClass).at(command)); });
 }
 
-HWND PatientUser::OpenByMenu(std::initializer_list<int> path)
+HWND PatientUser::OpenByMenu(std::initializer_list<int> path, WindowKind kind)
 {
-    return Open([&] {
+    return Open(kind, [&] {
         std::vector<WORD> keys{VK_F10};
         const int column = *path.begin();
         keys.insert(keys.end(), static_cast<std::size_t>(column), VK_RIGHT);
@@ -146,12 +146,16 @@ void PatientUser::Leave(HWND window, Exit exit)
 void PatientUser::ChooseFirstLine()
 {
     HWND list = ControlsOf(program_.MainWindow(), L"ListBox").front();
-    RECT area{};
-    GetWindowRect(list, &area);
-    hands::Click({area.left + 20, area.top + 8});
+    DWORD_PTR line = 0;
+    SendMessageTimeoutW(list, LB_GETCURSEL, 0, 0, SMTO_NORMAL, 3000, &line);
+    if (static_cast<LRESULT>(line) == LB_ERR) { // a second click on a chosen line may count as a double click
+        RECT area{};
+        GetWindowRect(list, &area);
+        hands::Click({area.left + 20, area.top + 8});
+    }
     HWND edit = ControlsOf(program_.MainWindow(), buttonClass).at(editButton);
     if (!program_.Becomes([edit] { return IsWindowEnabled(edit) != FALSE; })) {
-        throw Finding("a line of the list cannot be chosen");
+        throw Finding("a line of the list cannot be chosen\n" + program_.OnTheScreen());
     }
 }
 
@@ -166,42 +170,42 @@ void PatientUser::Add(int time)
         BeRefusedByAdd();
         break;
     default:
-        Leave(OpenByButton(addButton), static_cast<Exit>(time % ways - 2));
+        Leave(OpenByButton(addButton, WindowKind::Dialog), static_cast<Exit>(time % ways - 2));
         break;
     }
 }
 
 void PatientUser::OpenAndLeaveADialog()
 {
-    Leave(OpenByButton(addButton), Exit::Escape);
+    Leave(OpenByButton(addButton, WindowKind::Dialog), Exit::Escape);
 }
 
 void PatientUser::AddADayAndDeleteIt()
 {
-    HWND dialog = OpenByButton(addButton);
+    HWND dialog = OpenByButton(addButton, WindowKind::Dialog);
     LeaveBy(dialog, [this] { Keys({VK_TAB, VK_TAB, VK_HOME, VK_RETURN}); });
-    HWND question = OpenByButton(deleteButton);
+    HWND question = OpenByButton(deleteButton, WindowKind::Message);
     LeaveBy(question, [&] { ClickOn(GetDlgItem(question, IDYES)); });
 }
 
 void PatientUser::BeRefusedByAdd()
 {
-    HWND dialog = OpenByButton(addButton);
-    Leave(Open([this] { Keys({VK_RETURN}); }), Exit::Enter);
+    HWND dialog = OpenByButton(addButton, WindowKind::Dialog);
+    Leave(Open(WindowKind::Message, [this] { Keys({VK_RETURN}); }), Exit::Enter);
     Leave(dialog, Exit::Escape);
 }
 
 void PatientUser::Edit(int time)
 {
     ChooseFirstLine();
-    HWND dialog = OpenByButton(editButton);
+    HWND dialog = OpenByButton(editButton, WindowKind::Dialog);
     Leave(dialog, static_cast<Exit>(time % 4));
 }
 
 void PatientUser::AskToDelete(int time)
 {
     ChooseFirstLine();
-    HWND question = OpenByButton(deleteButton);
+    HWND question = OpenByButton(deleteButton, WindowKind::Message);
     // The question can be answered only; the answer that Enter gives is No.
     if (time % 2 == 0) {
         Leave(question, Exit::Enter);
@@ -216,13 +220,13 @@ void PatientUser::ForgetToChooseADay(int time)
     if (time == 0) {
         AddADayAndDeleteIt();
     }
-    HWND message = OpenByButton(deleteButton);
+    HWND message = OpenByButton(deleteButton, WindowKind::Message);
     Leave(message, time % 2 == 0 ? Exit::Enter : Exit::Escape);
 }
 
 void PatientUser::Settings(int time)
 {
-    HWND dialog = OpenByMenu(settings);
+    HWND dialog = OpenByMenu(settings, WindowKind::Dialog);
     const auto exit = static_cast<Exit>(time % 4);
     savedSettings_ += exit == Exit::Enter ? settingsOfSettings : 0;
     Leave(dialog, exit);
@@ -230,7 +234,7 @@ void PatientUser::Settings(int time)
 
 void PatientUser::EmployeeInformation(int time)
 {
-    HWND dialog = OpenByMenu(employeeInformation);
+    HWND dialog = OpenByMenu(employeeInformation, WindowKind::Dialog);
     const auto exit = static_cast<Exit>(time % 4);
     savedSettings_ += exit == Exit::Enter ? settingsOfEmployee : 0;
     Leave(dialog, exit);
@@ -238,20 +242,20 @@ void PatientUser::EmployeeInformation(int time)
 
 void PatientUser::About(int time)
 {
-    HWND dialog = OpenByMenu(about);
+    HWND dialog = OpenByMenu(about, WindowKind::Dialog);
     Leave(dialog, static_cast<Exit>(time % 4));
 }
 
 void PatientUser::PrintInterval(int time)
 {
-    HWND dialog = OpenByMenu(print);
+    HWND dialog = OpenByMenu(print, WindowKind::Dialog);
     Leave(dialog, static_cast<Exit>(time % 3));
 }
 
 void PatientUser::ChoosePrinter(int time)
 {
-    HWND dialog = OpenByMenu(print);
-    HWND chooser = Open([this] { Keys({VK_RETURN}); });
+    HWND dialog = OpenByMenu(print, WindowKind::Dialog);
+    HWND chooser = Open(WindowKind::Printer, [this] { Keys({VK_RETURN}); });
     savedSettings_ += settingsOfPrinting;
     Leave(chooser, time % 2 == 0 ? Exit::Escape : Exit::CloseBox);
     Leave(dialog, Exit::Escape);
@@ -259,8 +263,8 @@ void PatientUser::ChoosePrinter(int time)
 
 void PatientUser::Print(int /*time*/)
 {
-    OpenByMenu(print);
-    HWND chooser = Open([this] { Keys({VK_RETURN}); });
+    OpenByMenu(print, WindowKind::Dialog);
+    HWND chooser = Open(WindowKind::Printer, [this] { Keys({VK_RETURN}); });
     savedSettings_ += settingsOfPrinting;
     PostMessageW(chooser, WM_COMMAND, IDOK, 0);
     if (!program_.Becomes([this] { return program_.IsAtRest(); })) {
@@ -270,7 +274,7 @@ void PatientUser::Print(int /*time*/)
 
 void PatientUser::AskToRevert(int time)
 {
-    HWND question = OpenByMenu(revert);
+    HWND question = OpenByMenu(revert, WindowKind::Message);
     if (time % 2 == 0) {
         Leave(question, Exit::Enter);
     } else {
@@ -280,7 +284,8 @@ void PatientUser::AskToRevert(int time)
 
 void PatientUser::AskToSave(int time)
 {
-    HWND question = Open([this] { PostMessageW(program_.MainWindow(), WM_SYSCOMMAND, SC_CLOSE, 0); });
+    HWND question =
+        Open(WindowKind::Message, [this] { PostMessageW(program_.MainWindow(), WM_SYSCOMMAND, SC_CLOSE, 0); });
     // Every way out is Cancel, and so is the answer that Enter gives.
     Leave(question, static_cast<Exit>(time % 4));
 }

@@ -26,6 +26,8 @@ public:
     void AskToSave(int time);
 
     void OpenAndLeaveADialog();
+    /// The days are the same afterwards; the program asks about unsaved changes.
+    void ChangeTheJournal() { AddADayAndDeleteIt(); }
 
     /// How many settings the program has been made to write.
     int SavedSettings() const noexcept { return savedSettings_; }
@@ -40,10 +42,10 @@ private:
     int savedSettings_ = 0;
     int repeats_ = 0;
 
-    /// Does it until another window is in front, and returns that.
-    HWND Open(const std::function<void()>& deed);
-    HWND OpenByButton(Command command);
-    HWND OpenByMenu(std::initializer_list<int> path);
+    /// Does it until a window of that kind, and another than before, is in front; returns that.
+    HWND Open(WindowKind kind, const std::function<void()>& deed);
+    HWND OpenByButton(Command command, WindowKind kind);
+    HWND OpenByMenu(std::initializer_list<int> path, WindowKind kind);
     void Leave(HWND window, Exit exit);
     /// Does it until the window is gone.
     void LeaveBy(HWND window, const std::function<void()>& deed);
