@@ -101,7 +101,7 @@ void ExpectNothingIsLost(std::span<const Opening> openings)
     const auto times = static_cast<int>(Amount(4, 1000));
     try {
         // What the system keeps of a first opening for the next ones is no loss either.
-        OpenThemAll(user, openings, static_cast<int>(Amount(4, 20)));
+        OpenThemAll(user, openings, static_cast<int>(Amount(2, 20)));
         // One by one in a long run, so that it is known which dialog a loss is of.
         const std::size_t together = IsLongRun() ? 1 : openings.size();
         for (std::size_t first = 0; first < openings.size(); first += together) {

@@ -3,6 +3,7 @@
 #include "tests/soak/monkey/Hands.h"
 
 #include <algorithm>
+#include <array>
 #include <chrono>
 #include <iterator>
 #include <thread>
@@ -185,7 +186,7 @@ void PatientUser::AddADayAndDeleteIt()
     HWND dialog = OpenByButton(addButton, WindowKind::Dialog);
     LeaveBy(dialog, [this] { Keys({VK_TAB, VK_TAB, VK_HOME, VK_RETURN}); });
     HWND question = OpenByButton(deleteButton, WindowKind::Message);
-    LeaveBy(question, [&] { ClickOn(GetDlgItem(question, IDYES)); });
+    LeaveBy(question, [this] { Keys({'Y'}); });
 }
 
 void PatientUser::BeRefusedByAdd()
@@ -210,7 +211,7 @@ void PatientUser::AskToDelete(int time)
     if (time % 2 == 0) {
         Leave(question, Exit::Enter);
     } else {
-        LeaveBy(question, [&] { ClickOn(GetDlgItem(question, IDNO)); });
+        LeaveBy(question, [this] { Keys({'N'}); });
     }
 }
 
@@ -278,7 +279,7 @@ void PatientUser::AskToRevert(int time)
     if (time % 2 == 0) {
         Leave(question, Exit::Enter);
     } else {
-        LeaveBy(question, [&] { ClickOn(GetDlgItem(question, IDNO)); });
+        LeaveBy(question, [this] { Keys({'N'}); });
     }
 }
 
@@ -286,6 +287,6 @@ void PatientUser::AskToSave(int time)
 {
     HWND question =
         Open(WindowKind::Message, [this] { PostMessageW(program_.MainWindow(), WM_SYSCOMMAND, SC_CLOSE, 0); });
-    // Every way out is Cancel, and so is the answer that Enter gives.
-    Leave(question, static_cast<Exit>(time % 4));
+    constexpr std::array cancels{Exit::Escape, Exit::CloseBox, Exit::Enter};
+    Leave(question, cancels.at(static_cast<std::size_t>(time) % cancels.size()));
 }
