@@ -54,7 +54,7 @@ protected:
     {
         disk_.MakeRoom();
         DeleteFileW(journal_.c_str());
-        report_.Did(saves_, "saves on a full disk, one for every 4 KiB of the write");
+        report_.Did(saves_, "saves on a full disk (one for every 4 KiB of the write)");
         StoreUnderTest::TearDown();
     }
 
