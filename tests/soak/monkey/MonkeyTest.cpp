@@ -37,7 +37,13 @@ public:
         monkey.GoToRest();
         // A program that has just been started lacks the windows that come with the first dialog.
         PatientUser(monkey.Program()).OpenAndLeaveADialog();
-        const Holdings holdings = HoldingsOf(monkey.Program().Process());
+        // A dialog leaves the screen first and goes then: not before that is it time to count.
+        monkey.Program().Settle(10);
+        Holdings holdings;
+        monkey.Program().Becomes([&] {
+            holdings = HoldingsOf(monkey.Program().Process());
+            return windows_ == 0 || holdings.windows == windows_;
+        });
         windows_ = windows_ == 0 ? holdings.windows : windows_;
         EXPECT_EQ(holdings.windows, windows_) << monkey.LastActs();
         mostGdiObjects_ = std::max(mostGdiObjects_, holdings.gdiObjects);
