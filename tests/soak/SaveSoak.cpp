@@ -37,6 +37,14 @@ protected:
         StoreUnderTest::TearDown();
     }
 
+    static void BeginAJournal()
+    {
+        WriteBytes(journalPath, "");
+        DataInterface::LoadJournal();
+        DataInterface::AddDay(2004, 1, 1, 1, L"first");
+        SaveJournal();
+    }
+
     /// The save fails with this error and leaves file and memory as they are.
     void ExpectFailure(ErrorNumber error, const std::function<void()>& save)
     {
@@ -123,11 +131,14 @@ protected:
 TEST_F(SaveSoak, AFailedSaveLosesNeitherFileNorMemory)
 {
     RandomUser user(Seed());
-    DataInterface::AddDay(2004, 1, 1, 1, L"first");
-    SaveJournal();
+    BeginAJournal();
     const std::int64_t wanted = Amount(60, 6000);
     while (saves_ < wanted) {
         SCOPED_TRACE(saves_);
+        constexpr std::int16_t largeEnough = 300;
+        if (dayCount > largeEnough) {
+            BeginAJournal();
+        }
         model_.TakeFromStore();
         for (int changes = user.Pick(0, 5); changes > 0; --changes) {
             ASSERT_NO_FATAL_FAILURE(DoSomething(user, model_));
