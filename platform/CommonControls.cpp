@@ -71,19 +71,19 @@ Control::WindowKind TreeView::Kind() const
 void TreeView::Clear()
 {
     nodes_.clear();
+    numbers_.clear();
     Send(TVM_DELETEITEM, 0, reinterpret_cast<LPARAM>(TVI_ROOT));
 }
 
 int TreeView::AddNode(const std::wstring& parentKey, const std::wstring& key, const std::wstring& text)
 {
-    const auto withKey = [this](const std::wstring& wanted) { return std::ranges::find(nodes_, wanted, &Node::key); };
-    const auto parent = parentKey.empty() ? nodes_.end() : withKey(parentKey);
-    if (withKey(key) != nodes_.end() || (!parentKey.empty() && parent == nodes_.end())) {
+    const auto parent = numbers_.find(parentKey);
+    if (numbers_.contains(key) || (!parentKey.empty() && parent == numbers_.end())) {
         throw RuntimeError(ErrorNumber::InvalidProcedureCall);
     }
-    Node node{key, text, parentKey.empty() ? 0 : static_cast<int>(parent - nodes_.begin()) + 1, nullptr};
+    Node node{key, text, parentKey.empty() ? 0 : parent->second, nullptr};
     TVINSERTSTRUCTW insert{};
-    insert.hParent = parentKey.empty() ? TVI_ROOT : static_cast<HTREEITEM>(parent->item);
+    insert.hParent = node.parent == 0 ? TVI_ROOT : static_cast<HTREEITEM>(At(node.parent).item);
     insert.hInsertAfter = TVI_LAST;
     insert.item.mask = TVIF_TEXT;
     insert.item.pszText = node.text.data();
@@ -92,6 +92,7 @@ int TreeView::AddNode(const std::wstring& parentKey, const std::wstring& key, co
         throw RuntimeError(ErrorNumber::OutOfMemory);
     }
     nodes_.push_back(std::move(node));
+    numbers_.emplace(key, NodeCount());
     return NodeCount();
 }
 
@@ -115,6 +116,12 @@ void TreeView::Select(int node)
     const auto item = reinterpret_cast<LPARAM>(At(node).item);
     Send(TVM_SELECTITEM, TVGN_CARET, item);
     Send(TVM_ENSUREVISIBLE, 0, item);
+}
+
+void TreeView::PaintedAgain()
+{
+    // A tree that is not painted is marked, but does not scroll to its mark.
+    Send(TVM_ENSUREVISIBLE, 0, Send(TVM_GETNEXTITEM, TVGN_CARET, 0));
 }
 
 int TreeView::SelectedNode() const

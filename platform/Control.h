@@ -75,6 +75,8 @@ protected:
     virtual void Created() {}
     /// The window has its font and size for the current DPI.
     virtual void Scaled() {}
+    /// Painting goes on after a PaintedOnce.
+    virtual void PaintedAgain() {}
     /// A WM_COMMAND notification (BN_..., EN_..., LBN_..., ...).
     virtual void Command(unsigned /*notification*/) {}
     /// A WM_NOTIFY notification; the header is an NMHDR.
@@ -99,6 +101,8 @@ protected:
     int Pixels(int twips) const;
 
 private:
+    friend class PaintedOnce;
+
     void Create(int id, const TwipsRect& place, Control* page, bool startsGroup);
     void Place();
     void ApplyFont();
@@ -108,6 +112,8 @@ private:
     const char* name_;
     Control* page_ = nullptr; ///< the control whose window holds this one's; none: the form itself
     WindowHandle window_ = nullptr;
+    std::intptr_t systemProcedure_ = 0; ///< makes the window act as the system's controls do
+    int unpainted_ = 0;                 ///< how many PaintedOnce there are
     TwipsRect place_;
     bool visible_ = true;
     ControlFont font_;
@@ -115,4 +121,17 @@ private:
     SystemColor foreColor_ = SystemColor::Default;
     SystemColor backColor_ = SystemColor::Default;
     AccessibleName accessibleName_;
+};
+
+/// While it lives its control is not painted; then it is painted once, as a whole. A control that is filled line by
+/// line would else paint itself, and move its scroll bars, for every line.
+class PaintedOnce {
+public:
+    explicit PaintedOnce(Control& control);
+    ~PaintedOnce();
+    PaintedOnce(const PaintedOnce&) = delete;
+    PaintedOnce& operator=(const PaintedOnce&) = delete;
+
+private:
+    Control& control_;
 };

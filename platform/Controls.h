@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 /// Text on a form. An ampersand is an ampersand.
@@ -274,6 +275,7 @@ public:
 
 protected:
     WindowKind Kind() const override;
+    void PaintedAgain() override;
     void Notify(const void* header) override;
     void Message(unsigned message, std::uintptr_t wParam, std::intptr_t lParam) override;
     bool LeavesAltKeys() const override { return true; }
@@ -291,7 +293,8 @@ private:
     int NodeAt(std::intptr_t point) const;
 
     std::vector<Node> nodes_;
-    std::intptr_t pressedAt_ = 0; ///< where the mouse button went down last
+    std::unordered_map<std::wstring, int> numbers_; ///< of the nodes, by their keys
+    std::intptr_t pressedAt_ = 0;                   ///< where the mouse button went down last
 };
 
 /// A row of tabs with room for pages under it. Tabs count from 1. In the layout it comes after the pages, which then

@@ -60,8 +60,11 @@ void ListBox::AddItem(const std::wstring& line)
 void ListBox::FitScrollRange(const std::wstring& line)
 {
     constexpr int margin = 4;
-    widest_ = std::max(widest_, static_cast<int>(SizeInFontOf(Handle(), line).cx) + margin);
-    Send(LB_SETHORIZONTALEXTENT, static_cast<WPARAM>(widest_));
+    const int width = static_cast<int>(SizeInFontOf(Handle(), line).cx) + margin;
+    if (width > widest_) {
+        widest_ = width;
+        Send(LB_SETHORIZONTALEXTENT, static_cast<WPARAM>(widest_));
+    }
 }
 
 void ListBox::Clear()

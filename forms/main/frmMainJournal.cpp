@@ -12,6 +12,7 @@
 #include "settings/TextIds.h"
 
 #include <cmath>
+#include <map>
 
 namespace {
 
@@ -57,15 +58,21 @@ std::wstring TotalText(double total)
 
 void frmMain::FillJournalTree()
 {
+    const PaintedOnce list(List1);
+    const PaintedOnce tree(TreeView1);
     List1.Clear();
     Label1.SetCaption(L"");
     TreeView1.Clear();
+    std::map<std::int16_t, std::wstring> names;
     bool first = true;
     ForEachUpToZero(DataInterface::GetYears(), [&](std::int16_t year) {
         TreeView1.AddNode(L"", YearKey(year), ToText(year));
         ForEachUpToZero(DataInterface::GetMonthsOfYear(year), [&](std::int16_t month) {
-            TreeView1.AddNode(YearKey(year), MonthKey(year, month),
-                              FormatDateText(L"2001-" + ToText(month) + L"-01", L"mmmm"));
+            std::wstring& name = names[month];
+            if (name.empty()) {
+                name = FormatDateText(L"2001-" + ToText(month) + L"-01", L"mmmm");
+            }
+            TreeView1.AddNode(YearKey(year), MonthKey(year, month), name);
             if (first) {
                 constexpr int firstMonthNode = 2; // behind its year
                 first = false;
@@ -83,6 +90,7 @@ void frmMain::RebuildJournalTree()
 
 void frmMain::ShowMonthDays(std::int16_t year, std::int16_t month)
 {
+    const PaintedOnce list(List1);
     List1.Clear();
     double total = 0;
     // All day numbers, also those that the month lacks: a 30 February in the journal has to be seen to be corrected.
