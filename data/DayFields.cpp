@@ -7,8 +7,8 @@ std::wstring LineOfDay(const DayEntry& entry, std::wstring distance)
     if (distance.size() < distancePlaces) {
         distance.insert(0, distancePlaces - distance.size(), L' ');
     }
-    return ToText(int{entry.year}) + L'-' + FormatNumber(entry.month, L"00") + L'-' + FormatNumber(entry.day, L"00") +
-           L' ' + distance + L' ' + entry.route;
+    return ToText(int{entry.year}) + L'-' + ToDigits(entry.month, 2) + L'-' + ToDigits(entry.day, 2) + L' ' + distance +
+           L' ' + entry.route;
 }
 
 std::wstring Field(const std::wstring& line, std::size_t first, std::size_t last)

@@ -89,6 +89,17 @@ std::wstring ToText(int value)
     return std::to_wstring(value);
 }
 
+std::wstring ToDigits(int value, int digits)
+{
+    std::wstring text = std::to_wstring(value);
+    const std::size_t sign = value < 0 ? 1 : 0;
+    const std::size_t wanted = sign + static_cast<std::size_t>(digits);
+    if (text.size() < wanted) {
+        text.insert(sign, wanted - text.size(), L'0');
+    }
+    return text;
+}
+
 std::wstring DecimalSeparator()
 {
     std::array<wchar_t, 4> separator{};
@@ -127,9 +138,10 @@ std::string ToUserCodePage(const std::wstring& text)
 std::wstring FromUserCodePage(std::string_view bytes)
 {
     const int length = static_cast<int>(bytes.size());
-    const int needed = MultiByteToWideChar(CP_ACP, 0, bytes.data(), length, nullptr, 0);
-    std::wstring text(static_cast<std::size_t>(needed), L'\0');
-    MultiByteToWideChar(CP_ACP, 0, bytes.data(), length, text.data(), needed);
+    // No code page makes more characters out of a text than it has bytes.
+    std::wstring text(bytes.size(), L'\0');
+    const int used = MultiByteToWideChar(CP_ACP, 0, bytes.data(), length, text.data(), length);
+    text.resize(static_cast<std::size_t>(used));
     return text;
 }
 

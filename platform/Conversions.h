@@ -21,6 +21,9 @@ std::wstring ToText(double value);
 /// Plain decimal digits: "2004", "-2".
 std::wstring ToText(int value);
 
+/// The same with zeros in front, up to the given number of digits: "07", "-07", "1999".
+std::wstring ToDigits(int value, int digits);
+
 /// The system's decimal separator, "." or "," on most systems.
 std::wstring DecimalSeparator();
 

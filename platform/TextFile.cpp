@@ -5,6 +5,7 @@
 
 #include <windows.h>
 
+#include <algorithm>
 #include <map>
 #include <utility>
 
@@ -84,6 +85,15 @@ bool HasByte(SlotFile& file)
     return count > 0;
 }
 
+/// Goes past CR LF, CR or LF; the two bytes of the first may lie in different chunks.
+void SkipLineEnd(SlotFile& file)
+{
+    const bool wasReturn = file.chunk[file.next++] == '\r';
+    if (wasReturn && HasByte(file) && file.chunk[file.next] == '\n') {
+        ++file.next;
+    }
+}
+
 } // namespace
 
 void TextFile::OpenForInput(int slot, const std::wstring& path)
@@ -128,17 +138,13 @@ std::string TextFile::ReadLine(int slot)
     }
     std::string line;
     while (HasByte(file)) {
-        const char byte = file.chunk[file.next++];
-        if (byte == '\n') {
+        const std::size_t end = std::min(file.chunk.find_first_of("\r\n", file.next), file.chunk.size());
+        line.append(file.chunk, file.next, end - file.next);
+        file.next = end;
+        if (end < file.chunk.size()) {
+            SkipLineEnd(file);
             break;
         }
-        if (byte == '\r') {
-            if (HasByte(file) && file.chunk[file.next] == '\n') {
-                ++file.next;
-            }
-            break;
-        }
-        line += byte;
     }
     return line;
 }

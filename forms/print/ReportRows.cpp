@@ -61,8 +61,8 @@ ReportRow RowOfDay(sys_days day)
         row.week = L"v " + ToText(WeekNumber(day));
     }
     row.weekend = dayOfWeek == std::chrono::Saturday || dayOfWeek == std::chrono::Sunday;
-    row.date = FormatNumber(static_cast<int>(date.year()), L"0000") + L"-" + FormatNumber(month, L"00") + L"-" +
-               FormatNumber(dayOfMonth, L"00");
+    row.date = ToDigits(static_cast<int>(date.year()), 4) + L"-" + ToDigits(static_cast<int>(month), 2) + L"-" +
+               ToDigits(static_cast<int>(dayOfMonth), 2);
     if (entry.distance >= 0) {
         row.distance = ToText(entry.distance);
         row.amount = ToDouble(row.distance);

@@ -116,6 +116,16 @@ TEST(Conversions, FormatNumber_FollowsTheMask)
     EXPECT_EQ(FormatNumber(1233.5, L"# ##0"), L"1 234");
 }
 
+TEST(Conversions, ToDigits_PutsZerosInFront)
+{
+    EXPECT_EQ(ToDigits(2, 2), L"02");
+    EXPECT_EQ(ToDigits(12, 2), L"12");
+    EXPECT_EQ(ToDigits(112, 2), L"112");
+    EXPECT_EQ(ToDigits(-5, 2), L"-05");
+    EXPECT_EQ(ToDigits(-112, 2), L"-112");
+    EXPECT_EQ(ToDigits(0, 4), L"0000");
+}
+
 TEST(Conversions, FormatDateText_NamesTheMonthsInTheSystemsLanguage)
 {
     const std::vector<std::wstring> english{L"January",   L"February", L"March",    L"April",
