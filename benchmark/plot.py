@@ -3,7 +3,7 @@ import math
 import os
 
 WIDTH, HEIGHT = 760, 460
-LEFT, RIGHT, TOP, BOTTOM = 70, 170, 30, 50
+LEFT, RIGHT, TOP, BOTTOM = 80, 170, 30, 50
 COLOURS = ["#1f5fa8", "#c2571a", "#2f7d3b", "#8a3aa0", "#a3262a", "#555555"]
 STYLE = "font-family='sans-serif' font-size='13'"
 
@@ -42,11 +42,15 @@ def draw(path, costs, frame):
         parts.append(f"<polyline points='{line}' fill='none' stroke='{colour}' stroke-width='2'/>")
         parts += [f"<circle cx='{right(x):.1f}' cy='{down(y):.1f}' r='3' fill='{colour}'/>" for x, y in series]
         parts.append(f"<text x='{WIDTH - RIGHT + 10}' y='{labels[name] + 4:.1f}' fill='{colour}' {STYLE}>"
-                     f"{name}, {series[-1][1]:.3g} ms</text>")
+                     f"{name}, {short(series[-1][1])} ms</text>")
     parts.append("</svg>")
     os.makedirs(os.path.dirname(path), exist_ok=True)
     with open(path, "w", encoding="utf-8") as file:
         file.write("\n".join(parts) + "\n")
+
+
+def short(number):
+    return f"{number:,.0f}" if number >= 100 else f"{number:.3g}"
 
 
 def spread(places):
