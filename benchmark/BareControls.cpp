@@ -2,6 +2,8 @@
 
 #include <commctrl.h>
 
+#include <array>
+
 namespace {
 
 HWND Add(HWND window, const wchar_t* kind, DWORD style, const RECT& place)
@@ -22,8 +24,8 @@ void AddControls(HWND window)
     for (int i = 0; i < shown; ++i) {
         TVINSERTSTRUCTW node{};
         node.item.mask = TVIF_TEXT;
-        wchar_t year[] = L"2004";
-        node.item.pszText = year;
+        std::array year{L'2', L'0', L'0', L'4', L'\0'};
+        node.item.pszText = year.data();
         SendMessageW(tree, TVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&node));
         SendMessageW(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(L"2004-02-12   12.5 Office - customer visit"));
     }

@@ -51,7 +51,7 @@ void PrintWords(const wchar_t* printer)
         text(page, 2800, 400, L"Route");
         SelectObject(page, plain);
         for (int row = 0; row < rowsOnPage && i + row < DataInterface::dayCount; ++row) {
-            const DayEntry& entry = DataInterface::days[static_cast<std::size_t>(i + row)];
+            const DayEntry& entry = DataInterface::days[static_cast<std::size_t>(i) + static_cast<std::size_t>(row)];
             const int y = 400 + (row + 1) * rowHeight;
             text(page, 600, y, L"2004-02-12");
             text(page, 1200, y, ToText(entry.distance));
@@ -78,8 +78,8 @@ void MeasureReport(const wchar_t* printer)
 {
     DataInterface::LoadJournal();
     Tell("entries", DataInterface::dayCount);
-    const DayEntry newest = DataInterface::days.front();
-    const DayEntry oldest = DataInterface::days[static_cast<std::size_t>(DataInterface::dayCount) - 1];
+    const DayEntry& newest = DataInterface::days.front();
+    const DayEntry& oldest = DataInterface::days[static_cast<std::size_t>(DataInterface::dayCount) - 1];
     const auto dialog = The<frmInterval>();
     dialog->Load();
     Choose(*dialog, 0, oldest);

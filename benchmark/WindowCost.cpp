@@ -33,7 +33,8 @@ void Rest()
     static bool resting = false;
     resting = false;
     const UINT_PTR timer = SetTimer(nullptr, 0, milliseconds, [](HWND, UINT, UINT_PTR, DWORD) { resting = true; });
-    while (!resting) {
+    const auto atRest = [] { return resting; };
+    while (!atRest()) {
         DoEvents();
         MsgWaitForMultipleObjects(0, nullptr, FALSE, milliseconds, QS_ALLINPUT);
     }
@@ -57,7 +58,7 @@ std::vector<int> Months(const TreeView& tree)
 POINT MiddleOf(HWND tree, HTREEITEM node)
 {
     RECT area{};
-    std::memcpy(&area, &node, sizeof node); // the question and its answer share the place
+    std::memcpy(&area, &node, sizeof(void*)); // the question and its answer share the place
     SendMessageW(tree, TVM_GETITEMRECT, TRUE, reinterpret_cast<LPARAM>(&area));
     POINT middle{(area.left + area.right) / 2, (area.top + area.bottom) / 2};
     ClientToScreen(tree, &middle);
@@ -85,7 +86,7 @@ void MeasureMonthClick(frmMain& form, int month, int other)
 {
     HWND tree = form.TreeView1.Handle();
     form.TreeView1.Select(month);
-    const HTREEITEM node = TreeView_GetSelection(tree);
+    auto* const node = TreeView_GetSelection(tree);
     TreeView_SelectItem(tree, TreeView_GetPrevVisible(tree, node));
     TreeView_EnsureVisible(tree, node);
     form.TreeView1.NodeClick(other);
