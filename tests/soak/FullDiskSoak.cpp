@@ -35,14 +35,14 @@ public:
     }
 
     /// Fills the disk up to so many free pages.
-    void Leave(std::size_t pages)
+    void Leave(std::size_t pages) const
     {
         MakeRoom();
         WriteBytes(File(L"filler"), std::string((PagesFree() - pages) * page, 'f'));
         ASSERT_EQ(PagesFree(), pages);
     }
 
-    void MakeRoom() { DeleteFileW(File(L"filler").c_str()); }
+    void MakeRoom() const { DeleteFileW(File(L"filler").c_str()); }
 
 private:
     std::wstring folder_ = FromUserCodePage(std::getenv("ODOMIRA_SMALL_DISK"));
@@ -73,15 +73,8 @@ protected:
 
     void SaveWithRoomFor(std::size_t pages, const std::string& whole)
     {
-        const std::vector<DayEntry> entered = Entries();
-        DeleteFileW(journal_.c_str());
-        WriteBytes(journal_, pages == 0 ? "" : "2004-02-11      1 the old journal, which has one page\r\n");
-        ASSERT_NO_FATAL_FAILURE(disk_.Leave(pages == 0 ? 0 : pages - 1));
-
-        ASSERT_EQ(ErrorOf([this] { WriteJournalFile(journal_); }), ErrorNumber::DiskFull);
-        ASSERT_TRUE(IsJournalChanged());
-        ASSERT_TRUE(Entries() == entered);
-        ASSERT_EQ(ErrorOf([] { TextFile::AtEndOfFile(1); }), ErrorNumber::BadFileNameOrNumber) << "the slot is taken";
+        ASSERT_NO_FATAL_FAILURE(LeaveRoomFor(pages));
+        ASSERT_NO_FATAL_FAILURE(FailToSave());
         const std::string kept = BytesOf(journal_);
         ASSERT_LE(kept.size(), pages * page);
         ASSERT_TRUE(whole.starts_with(kept));
@@ -89,6 +82,23 @@ protected:
         disk_.MakeRoom();
         ASSERT_EQ(Written(), whole);
         ++saves_;
+    }
+
+    /// Puts an old journal on the disk, which has one page, and fills the rest up to so many pages with that one.
+    void LeaveRoomFor(std::size_t pages)
+    {
+        DeleteFileW(journal_.c_str());
+        WriteBytes(journal_, pages == 0 ? "" : "2004-02-11      1 the old journal, which has one page\r\n");
+        disk_.Leave(pages == 0 ? 0 : pages - 1);
+    }
+
+    void FailToSave()
+    {
+        const std::vector<DayEntry> entered = Entries();
+        ASSERT_EQ(ErrorOf([this] { WriteJournalFile(journal_); }), ErrorNumber::DiskFull);
+        ASSERT_TRUE(IsJournalChanged());
+        ASSERT_TRUE(Entries() == entered);
+        ASSERT_EQ(ErrorOf([] { TextFile::AtEndOfFile(1); }), ErrorNumber::BadFileNameOrNumber) << "the slot is taken";
     }
 
     SmallDisk disk_;

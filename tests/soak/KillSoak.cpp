@@ -81,6 +81,18 @@ std::string FileOfVersion(std::int32_t version)
 
 class KillSoak : public testing::Test {
 protected:
+    void KillWhileItEntersDays()
+    {
+        KillOnce(
+            L"KillSoak.DISABLED_VictimThatEntersDays", [this] { return progress_->changes > 0; }, 20);
+    }
+
+    void KillWhileItSaves()
+    {
+        KillOnce(
+            L"KillSoak.DISABLED_VictimThatSaves", [this] { return progress_->begun > 0; }, 60);
+    }
+
     /// Runs the victim until it is at work, and kills it up to so many milliseconds later.
     void KillOnce(const std::wstring& victim, const std::function<bool()>& isAtWork, int mostMilliseconds)
     {
@@ -137,8 +149,7 @@ TEST_F(KillSoak, OutsideASaveTheJournalFileIsAsItWas)
 {
     const std::int64_t wanted = Amount(3, 250);
     while (kills_ < wanted) {
-        ASSERT_NO_FATAL_FAILURE(KillOnce(
-            L"KillSoak.DISABLED_VictimThatEntersDays", [this] { return progress_->changes > 0; }, 20));
+        ASSERT_NO_FATAL_FAILURE(KillWhileItEntersDays());
         ASSERT_EQ(BytesOf(journal_), FileOfVersion(0));
     }
     report_.Did(kills_, "kills outside a save");
@@ -151,8 +162,7 @@ TEST_F(KillSoak, InsideASaveTheJournalFileIsTheOldOrTheNewOneOrCut)
     std::int64_t old = 0;
     std::int64_t cut = 0;
     while (inside < wanted) {
-        ASSERT_NO_FATAL_FAILURE(KillOnce(
-            L"KillSoak.DISABLED_VictimThatSaves", [this] { return progress_->begun > 0; }, 60));
+        ASSERT_NO_FATAL_FAILURE(KillWhileItSaves());
         const std::string found = BytesOf(journal_);
         const std::string before = FileOfVersion(progress_->finished);
         const std::string after = FileOfVersion(progress_->begun);

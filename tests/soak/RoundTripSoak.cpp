@@ -95,7 +95,7 @@ void Add(Typist& typist)
 /// As the edit dialog does: the same day, or another one of any number.
 void Edit(Typist& typist)
 {
-    const DayEntry old = DataInterface::days[static_cast<std::size_t>(typist.Pick(0, dayCount - 1))];
+    const DayEntry& old = DataInterface::days[static_cast<std::size_t>(typist.Pick(0, dayCount - 1))];
     if (typist.Pick(0, 1) == 0) {
         DataInterface::ReplaceDay(old.year, old.month, old.day, typist.Distance(), typist.Route());
         return;

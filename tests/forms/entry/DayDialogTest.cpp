@@ -170,7 +170,7 @@ TEST_F(DayDialogs, HighlightTheRefusedDistanceSoThatTypingReplacesIt)
         SendMessageW(dialog.Text3.Handle(), EM_SETSEL, 1, 1);
         Press(dialog.addButton);
         Await([&] { return SelectionOf(dialog.Text3) == std::pair<DWORD, DWORD>{0, 3}; }, "the highlighted text");
-        EXPECT_EQ(GetFocus(), dialog.Text3.Handle());
+        Await([&] { return GetFocus() == dialog.Text3.Handle(); }, "the focus back from the message box");
         PressKey('8');
         EXPECT_EQ(dialog.Text3.Text(), L"8");
     });
@@ -183,7 +183,7 @@ TEST_F(DayDialogs, AskForADayBeforeTheyLookAtTheDistance)
         BringToFront(dialog);
         Type(dialog.Text3, L"abc");
         Press(dialog.addButton);
-        EXPECT_EQ(GetFocus(), dialog.Combo3.Handle());
+        Await([&] { return GetFocus() == dialog.Combo3.Handle(); }, "the focus back from the message box");
         EXPECT_EQ(dialog.Text3.Text(), L"abc");
         EXPECT_TRUE(IsWindowVisible(dialog.Handle()));
     });
