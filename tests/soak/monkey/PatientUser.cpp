@@ -114,7 +114,9 @@ void PatientUser::LeaveBy(HWND window, const std::function<void()>& deed)
     constexpr int attempts = 5;
     for (int attempt = 0; attempt < attempts; ++attempt) {
         repeats_ += attempt > 0 ? 1 : 0;
-        deed();
+        if (IsWindowVisible(window) != FALSE) { // it may have gone and left the keyboard to nobody
+            deed();
+        }
         if (IsDone([&] { return program_.Top() != window && program_.Top() == GetForegroundWindow(); })) {
             return;
         }
