@@ -75,6 +75,8 @@ protected:
     virtual void Created() {}
     /// The window has its font and size for the current DPI.
     virtual void Scaled() {}
+    /// False during a PaintedOnce.
+    bool IsPainted() const noexcept { return unpainted_ == 0; }
     /// Painting goes on after a PaintedOnce.
     virtual void PaintedAgain() {}
     /// A WM_COMMAND notification (BN_..., EN_..., LBN_..., ...).

@@ -185,9 +185,12 @@ protected:
     void Command(unsigned notification) override;
     void Message(unsigned message, std::uintptr_t wParam, std::intptr_t lParam) override;
     void Scaled() override;
+    void PaintedAgain() override;
 
 private:
-    void FitScrollRange(const std::wstring& line);
+    int WidthOf(const std::wstring& line) const; ///< pixels
+    /// The list can be moved sideways as far as its widest line sticks out of it.
+    void FitScrollRange();
 
     int widest_ = 0;                  ///< pixels of the widest line
     bool doubleClickedBelow_ = false; ///< below the last line, and not reported yet

@@ -74,6 +74,9 @@ void Form::Load()
         GiveSizeAndPlace();
         Wire();
         Form_Load();
+        if (menu_) {
+            DrawMenuBar(window_.get()); // with all the captions that it has been given
+        }
     } catch (...) {
         loading_ = false;
         Destroy();

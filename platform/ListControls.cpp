@@ -54,24 +54,40 @@ void ListBox::AddItem(const std::wstring& line)
     if (Send(LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(line.c_str())) < 0) {
         throw RuntimeError(ErrorNumber::OutOfMemory);
     }
-    FitScrollRange(line);
+    widest_ = std::max(widest_, WidthOf(line));
+    FitScrollRange();
 }
 
-void ListBox::FitScrollRange(const std::wstring& line)
+int ListBox::WidthOf(const std::wstring& line) const
 {
     constexpr int margin = 4;
-    const int width = static_cast<int>(SizeInFontOf(Handle(), line).cx) + margin;
-    if (width > widest_) {
-        widest_ = width;
-        Send(LB_SETHORIZONTALEXTENT, static_cast<WPARAM>(widest_));
+    return static_cast<int>(SizeInFontOf(Handle(), line).cx) + margin;
+}
+
+void ListBox::FitScrollRange()
+{
+    if (!IsPainted()) {
+        return;
     }
+    // Without a range when everything fits: some systems put a scroll bar on for a moment with each new range.
+    RECT inside{};
+    GetClientRect(Handle(), &inside);
+    const std::intptr_t range = widest_ > inside.right ? widest_ : 0;
+    if (range != Send(LB_GETHORIZONTALEXTENT)) {
+        Send(LB_SETHORIZONTALEXTENT, static_cast<WPARAM>(range));
+    }
+}
+
+void ListBox::PaintedAgain()
+{
+    FitScrollRange();
 }
 
 void ListBox::Clear()
 {
     Send(LB_RESETCONTENT);
     widest_ = 0;
-    Send(LB_SETHORIZONTALEXTENT, 0);
+    FitScrollRange();
 }
 
 int ListBox::ListCount() const
@@ -111,6 +127,9 @@ void ListBox::Command(unsigned notification)
 
 void ListBox::Message(unsigned message, std::uintptr_t, std::intptr_t lParam)
 {
+    if (message == WM_SIZE) {
+        FitScrollRange();
+    }
     // A double click below the last line counts just as much as one on a line, but not every system reports it: where
     // the control itself has not done so by the time the button is up, this does.
     constexpr UINT wasItReported = WM_APP;
@@ -125,12 +144,12 @@ void ListBox::Message(unsigned message, std::uintptr_t, std::intptr_t lParam)
 
 void ListBox::Scaled()
 {
-    widest_ = 0;
-    Send(LB_SETHORIZONTALEXTENT, 0);
     Send(LB_SETITEMHEIGHT, 0, SizeInFontOf(Handle(), L"0").cy);
+    widest_ = 0;
     for (int index = 0; index < ListCount(); ++index) {
-        FitScrollRange(List(index));
+        widest_ = std::max(widest_, WidthOf(List(index)));
     }
+    FitScrollRange();
 }
 
 int ListBox::LeftOfCharacter(int position) const

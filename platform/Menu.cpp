@@ -41,7 +41,11 @@ void MenuItem::SetCaption(const std::wstring& caption)
     info.fMask = MIIM_STRING;
     info.dwTypeData = caption_.data();
     SetMenuItemInfoW(menu_, static_cast<UINT>(position_), TRUE, &info);
-    DrawMenuBar(form_.Handle());
+    // The bar is a part of the window's frame, which takes long to draw: a form that opens draws it once.
+    HWND window = form_.Handle();
+    if (menu_ == GetMenu(window) && IsWindowVisible(window) != FALSE) {
+        DrawMenuBar(window);
+    }
 }
 
 void MenuItem::SetEnabled(bool enabled)

@@ -3,6 +3,7 @@
 
 #include "data/DataInterface.h"
 #include "forms/entry/frmEdit.h"
+#include "platform/Twips.h"
 
 #include <gmock/gmock.h>
 
@@ -43,6 +44,19 @@ std::vector<std::wstring> Keys(const TreeView& tree)
         keys.push_back(tree.Key(node));
     }
     return keys;
+}
+
+bool HasSidewaysBar(const ListBox& list)
+{
+    return (GetWindowLongW(list.Handle(), GWL_STYLE) & WS_HSCROLL) != 0;
+}
+
+void SetWidthOf(const Form& form, int twips)
+{
+    RECT area{};
+    GetWindowRect(form.Handle(), &area);
+    SetWindowPos(form.Handle(), nullptr, 0, 0, ToPixels(twips, static_cast<int>(GetDpiForWindow(form.Handle()))),
+                 area.bottom - area.top, SWP_NOMOVE | SWP_NOZORDER);
 }
 
 bool IsExpanded(const TreeView& tree, HTREEITEM item)
@@ -203,6 +217,39 @@ TEST_F(JournalView, LetsALongDistancePushTheRouteToTheRight)
     DataInterface::AddDay(2004, 2, 20, 1234567, L"Far");
     Show(2004, 2);
     EXPECT_THAT(Lines(Main().List1), ElementsAre(L"2004-02-20 1234567 Far", L"2004-02-14      1 "));
+}
+
+TEST_F(JournalView, MovesSidewaysWhereALineIsWiderThanTheList)
+{
+    const std::string route(200, 'x');
+    Start({.journal = "2004-03-15     12 Office\r\n2004-02-15     12 " + route + "\r\n"});
+    EXPECT_FALSE(HasSidewaysBar(Main().List1));
+    Show(2004, 2);
+    EXPECT_TRUE(HasSidewaysBar(Main().List1));
+    SCROLLINFO bar{};
+    bar.cbSize = sizeof bar;
+    bar.fMask = SIF_RANGE | SIF_PAGE;
+    GetScrollInfo(Main().List1.Handle(), SB_HORZ, &bar);
+    RECT inside{};
+    GetClientRect(Main().List1.Handle(), &inside);
+    EXPECT_EQ(static_cast<LONG>(bar.nPage), inside.right);
+    constexpr int charactersBeforeTheRoute = 18;
+    const int character = (Main().List1.LeftOfCharacter(100) - Main().List1.LeftOfCharacter(0)) / 100; // twips
+    const auto pixels =
+        ToPixels((charactersBeforeTheRoute + 200) * character, static_cast<int>(GetDpiForWindow(Main().Handle())));
+    EXPECT_GE(bar.nMax + 1, pixels);
+    Show(2004, 3);
+    EXPECT_FALSE(HasSidewaysBar(Main().List1));
+}
+
+TEST_F(JournalView, MovesSidewaysOnlyAsLongAsTheWindowIsTooNarrow)
+{
+    Start({.journal = "2004-03-15     12 " + std::string(45, 'x') + "\r\n"});
+    EXPECT_FALSE(HasSidewaysBar(Main().List1));
+    SetWidthOf(Main(), 6000);
+    EXPECT_TRUE(HasSidewaysBar(Main().List1));
+    SetWidthOf(Main(), 10800);
+    EXPECT_FALSE(HasSidewaysBar(Main().List1));
 }
 
 TEST_F(JournalView, PutsOneBlankBeforeTheLastThreeDigitsOfTheTotal)
