@@ -1,12 +1,12 @@
 #include "app/Module1.h"
-#include "platform/Application.h"
-#include "platform/Form.h"
-#include "platform/UnhandledError.h"
+#include "platform/system/Application.h"
+#include "platform/windows/Form.h"
+#include "platform/windows/UnhandledError.h"
 
 int main()
 {
     LoadLibrariesFromSystemFolderOnly();
-    // An error while starting is shown and ends the program; once the window is open, errors end only what failed.
+    // An error at the start ends the program. Later errors end the operation only.
     if (!Guarded(Module1::LoadSettings)) {
         return 1;
     }

@@ -4,6 +4,5 @@ namespace Module1 {
 
 std::wstring distanceUnit;
 std::int16_t languageOffset = 0;
-frmMain* mainWindow = nullptr;
 
 } // namespace Module1

@@ -1,6 +1,6 @@
 #include "data/DayFields.h"
 
-#include "platform/Conversions.h"
+#include "platform/system/Conversions.h"
 
 std::wstring LineOfDay(const DayEntry& entry, std::wstring distance)
 {

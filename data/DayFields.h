@@ -5,19 +5,18 @@
 #include <cstddef>
 #include <string>
 
-// How a day stands on one line, in the journal file and in the list of the main window alike, by characters counted
-// from 1: year 1-4, "-", month 6-7, "-", day 9-10, a blank, distance 12-17, a blank, route from 19.
+// The line of an entry, in the journal file and in the day list. Characters count from 1: year 1-4, "-", month 6-7,
+// "-", day 9-10, a space, distance 12-17, a space, route from 19.
 //
-// Nothing marks where a field ends: a distance of more than six characters pushes the route to the right, and reading
-// by position then finds what stands there.
+// Kept on purpose: "Fields are read by position".
 
-/// The places that a distance has.
+/// The characters for a distance.
 inline constexpr std::size_t distancePlaces = 6;
 
-/// The line of an entry with the given text for its distance, which ends in its last place.
+/// The line of an entry, with this text as its distance, right-aligned.
 std::wstring LineOfDay(const DayEntry& entry, std::wstring distance);
 
-/// The characters first..last of a line. Positions beyond its end give the empty text.
+/// The characters first..last of a line, as far as the line has them.
 std::wstring Field(const std::wstring& line, std::size_t first, std::size_t last);
 
 /// The characters from 19 on.

@@ -1,8 +1,8 @@
 #include "data/Calendar.h"
 #include "data/JournalStore.h"
 
-#include "platform/CheckedArithmetic.h"
-#include "platform/MsgBox.h"
+#include "platform/system/CheckedArithmetic.h"
+#include "platform/windows/MsgBox.h"
 
 #include <algorithm>
 #include <ranges>
@@ -31,13 +31,12 @@ namespace {
 
 using DataInterface::store;
 
-/// The entries in use.
 std::span<DayEntry> Entries()
 {
     return std::span(store.days).first(static_cast<std::size_t>(store.dayCount));
 }
 
-/// A date as one number that grows with it: 20040212 for 12 February 2004.
+/// A date as one number: 20040212 for 12 February 2004.
 std::int32_t DateKey(std::int16_t year, std::int16_t month, std::int16_t day)
 {
     return CheckedInt32(std::int64_t{year} * 10000 + std::int64_t{month} * 100 + day);
@@ -48,7 +47,7 @@ std::int32_t DateKey(const DayEntry& entry)
     return DateKey(entry.year, entry.month, entry.day);
 }
 
-/// The first entry with exactly this date, or the end of the entries.
+/// The first entry of this date, or the end of Entries().
 auto FindDay(std::int16_t year, std::int16_t month, std::int16_t day)
 {
     return std::ranges::find_if(Entries(), [=](const DayEntry& entry) {
@@ -56,7 +55,7 @@ auto FindDay(std::int16_t year, std::int16_t month, std::int16_t day)
     });
 }
 
-/// Puts the value behind the distinct ones collected so far, unless it is among them, and keeps one spare 0 at the end.
+/// Appends the value, unless the array contains it, and keeps a 0 at the end.
 void CollectDistinct(NumberArray& collected, std::int16_t& count, std::int16_t value)
 {
     for (int i = 0; i < count; ++i) {
@@ -69,7 +68,8 @@ void CollectDistinct(NumberArray& collected, std::int16_t& count, std::int16_t v
     collected.Set(count - 1, value);
 }
 
-/// Where a new entry belongs: in front of the first older entry, else in front of the last one.
+/// The index for a new entry: that of the first older entry, or of the last entry if none is older.
+/// Kept on purpose: "The oldest day goes before the last entry".
 std::size_t PositionFor(std::int32_t key)
 {
     std::size_t position = 0;
@@ -84,20 +84,9 @@ std::size_t PositionFor(std::int32_t key)
 
 void MarkMissingDays(std::array<bool, 32>& taken, std::int16_t year, std::int16_t month)
 {
-    switch (month) {
-    case 2:
-        taken[29] = !IsLeapYear(year);
-        taken[30] = true;
-        taken[31] = true;
-        break;
-    case 4:
-    case 6:
-    case 9:
-    case 11:
-        taken[31] = true;
-        break;
-    default:
-        break;
+    std::fill(taken.begin() + 1 + DaysInMonth(year, month), taken.end(), true);
+    if (month == 2 && IsLeapYear(year)) {
+        taken[29] = false; // Kept on purpose: "29 February is always free".
     }
 }
 
@@ -113,6 +102,11 @@ void DataInterface::ClearJournalChanged()
     store.journalChanged = false;
 }
 
+void DataInterface::MarkJournalChanged()
+{
+    store.journalChanged = true;
+}
+
 NumberArray DataInterface::GetYears()
 {
     NumberArray years;
@@ -126,7 +120,7 @@ NumberArray DataInterface::GetYears()
 
 NumberArray DataInterface::GetMonthsOfYear(std::int16_t year)
 {
-    NumberArray months;
+    NumberArray months; // Kept on purpose: "An unknown year has an array without elements".
     std::int16_t count = 0;
     for (const DayEntry& entry : Entries()) {
         if (entry.year == year) {
@@ -173,6 +167,7 @@ void DataInterface::ReplaceDay(std::int16_t year, std::int16_t month, std::int16
 
 void DataInterface::DeleteDay(std::int16_t year, std::int16_t month, std::int16_t day)
 {
+    // Kept on purpose: "Delete compares dates as one number".
     const std::int32_t key = DateKey(year, month, day);
     const auto entries = Entries();
     const auto found = std::ranges::find_if(entries, [key](const DayEntry& entry) { return DateKey(entry) == key; });

@@ -1,16 +1,16 @@
 #include "data/DayFields.h"
 #include "data/JournalStore.h"
 
-#include "platform/Application.h"
-#include "platform/Conversions.h"
-#include "platform/FileSystem.h"
-#include "platform/MsgBox.h"
-#include "platform/RuntimeError.h"
-#include "platform/TextFile.h"
+#include "platform/system/Application.h"
+#include "platform/system/Conversions.h"
+#include "platform/system/FileSystem.h"
+#include "platform/system/RuntimeError.h"
+#include "platform/system/TextFile.h"
+#include "platform/windows/MsgBox.h"
 
 namespace {
 
-/// The slot that every reading and writing of the journal shares.
+/// The file slot of the journal, for reading and writing.
 constexpr int journalSlot = 1;
 
 constexpr const wchar_t* lineEnd = L"\r\n";
@@ -23,16 +23,26 @@ void CreateEmptyFile(const std::wstring& path)
     TextFile::Close(journalSlot);
 }
 
-/// Tells the user what went wrong while reading and, where the file is missing, creates it.
+/// Closes the journal file at the end of the block, also after an exception.
+class ClosedAtEnd {
+public:
+    ClosedAtEnd() = default;
+    ~ClosedAtEnd() { TextFile::Close(journalSlot); }
+    ClosedAtEnd(const ClosedAtEnd&) = delete;
+    ClosedAtEnd& operator=(const ClosedAtEnd&) = delete;
+};
+
+/// Shows an error that occurred while reading, and creates the file if it does not exist.
+/// Kept on purpose: "Messages of the journal are in English".
 void ReportReadingError(const RuntimeError& error, const std::wstring& path)
 {
-    MsgBox(L"error" + error.Description());
+    MsgBox(std::wstring(L"error").append(error.Description()));
     switch (error.Number()) {
     case ErrorNumber::FileNotFound:
         try {
             CreateEmptyFile(path);
         } catch (const RuntimeError&) {
-            // The journal then starts empty; a save that cannot reach the file will say so.
+            // The journal starts empty. A save shows the error.
         }
         break;
     case ErrorNumber::BadFileMode:
@@ -46,21 +56,21 @@ void ReportReadingError(const RuntimeError& error, const std::wstring& path)
     }
 }
 
-/// Runs one step of reading. An error in it is told to the user and answered with false; reading goes on behind it.
+/// Runs one step of reading. Shows its exception and returns false.
 template <typename Step>
 bool Attempt(const std::wstring& path, Step step)
 {
     try {
         step();
         return true;
-    } catch (const RuntimeError& error) {
-        ReportReadingError(error, path);
+    } catch (const std::exception& error) {
+        ReportReadingError(AsRuntimeError(error), path);
         return false;
     }
 }
 
-/// Reads the open file to its end. Where the file itself fails, every further step would fail the same way: that is
-/// told once and reading ends. A bad line costs only itself.
+/// Reads the open file to its end. An error of the file is shown once and ends the reading; a line that cannot be read
+/// is skipped.
 void ReadOpenFile(const std::wstring& path)
 {
     for (;;) {
@@ -83,7 +93,7 @@ void ReadOpenFile(const std::wstring& path)
 
 std::wstring DataInterface::JournalPathIn(const std::wstring& folder)
 {
-    return folder + (folder.ends_with(L'\\') ? L"" : L"\\") + L"datasource.jrn";
+    return PathIn(folder, L"datasource.jrn");
 }
 
 bool DataInterface::FileExists(const std::wstring& path)
@@ -107,11 +117,11 @@ void DataInterface::ReadJournalFile(const std::wstring& path)
         Attempt(path, [&] { CreateEmptyFile(path); });
     }
     if (Attempt(path, [&] { TextFile::OpenForInput(journalSlot, path); })) {
+        const ClosedAtEnd closed;
         ReadOpenFile(path);
-        TextFile::Close(journalSlot);
     } else {
-        // Looking for the end of a file that is not open fails in its turn, once, and reading ends. A slot that an
-        // empty save holds is not this call's to close: it stays taken, by a file that can only be written.
+        // The check for the end of the file fails too and shows a second message. The slot may have the file of an
+        // empty save. Kept on purpose: "An empty save keeps the file open".
         Attempt(path, [] { static_cast<void>(TextFile::AtEndOfFile(journalSlot)); });
     }
 }
@@ -137,7 +147,7 @@ void DataInterface::ParseJournalLine(const std::wstring& line)
 
 void DataInterface::WriteJournalFile(const std::wstring& path)
 {
-    // The text is complete before the file is cut to nothing: an error in forming it leaves the old file whole.
+    // The text is complete before the file is truncated: if forming it throws, the file stays as it was.
     std::wstring text = header;
     for (std::size_t i = 0; i < static_cast<std::size_t>(store.dayCount); ++i) {
         const DayEntry& entry = store.days[i];
@@ -145,10 +155,12 @@ void DataInterface::WriteJournalFile(const std::wstring& path)
     }
     const std::string bytes = ToUserCodePage(text);
 
+    // Kept on purpose: "A save overwrites the file in place".
     TextFile::OpenForOutput(journalSlot, path);
     TextFile::Write(journalSlot, bytes);
+    TextFile::Flush(journalSlot);
     if (store.dayCount == 0) {
-        // An empty journal keeps its file: it stays open, and its slot taken, until the program ends.
+        // Kept on purpose: "An empty save keeps the file open".
         return;
     }
     TextFile::Close(journalSlot);

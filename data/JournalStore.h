@@ -2,7 +2,7 @@
 
 #include "data/DataInterface.h"
 
-/// The state behind DataInterface, for the sources of this folder alone.
+/// The state of DataInterface. For the sources of this folder.
 namespace DataInterface {
 
 constexpr std::int16_t firstCapacity = 10;
@@ -17,7 +17,8 @@ struct JournalStore {
 
 extern JournalStore store;
 
-/// Doubles the capacity, keeping the entries. Throws Overflow before anything is changed.
+/// Doubles the capacity. Throws Overflow and then changes nothing.
+/// Kept on purpose: "Numbers have 16 bits".
 void GrowStore();
 
 } // namespace DataInterface

@@ -1,6 +1,6 @@
 #include "data/NumberArray.h"
 
-#include "platform/CheckedArithmetic.h"
+#include "platform/system/CheckedArithmetic.h"
 
 namespace {
 

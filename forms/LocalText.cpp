@@ -1,7 +1,7 @@
 #include "forms/LocalText.h"
 
 #include "app/Module1.h"
-#include "platform/CheckedArithmetic.h"
+#include "platform/system/CheckedArithmetic.h"
 #include "settings/TextTable.h"
 
 std::wstring LocalText(std::int16_t baseAndItem)

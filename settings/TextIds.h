@@ -2,11 +2,11 @@
 
 #include <cstdint>
 
-/// The numbers of the texts in English. The language offset is added to them: 0 English, 100 Swedish. Each form has a
-/// base (1000, 2000, ...) with up to 100 items, item 0 being its caption.
+/// The numbers of the texts in English. The language offset is added to them: 0 English, 100 Swedish. Each form has up
+/// to 100 numbers from a base on (1000, 2000, ...); the first is its caption.
 namespace text {
 
-/// Each language's name in its own tongue: 0 "English", 100 "Svenska".
+/// The name of the language: 0 "English", 100 "Svenska".
 inline constexpr std::int16_t languageName = 0;
 
 namespace main {
@@ -23,6 +23,7 @@ inline constexpr std::int16_t onTheWeb = 1009;
 inline constexpr std::int16_t about = 1011;
 inline constexpr std::int16_t date = 1012;
 inline constexpr std::int16_t numberOf = 1013;
+// The units are also stored in the registry, and frmMain::RelabelUnitOfTotal knows their lengths.
 inline constexpr std::int16_t kilometres = 1014;
 inline constexpr std::int16_t milesOrMil = 1015; ///< "miles" in English, "mil" in Swedish
 inline constexpr std::int16_t route = 1016;
@@ -61,7 +62,7 @@ inline constexpr std::int16_t withSixCharacters = 3012;
 inline constexpr std::int16_t youHaveUsed = 3013;
 } // namespace add
 
-/// The dialog that edits a day has the items of the dialog that adds one, counted from its own caption.
+/// The items of text::add, counted from this caption.
 namespace edit {
 inline constexpr std::int16_t caption = 4000;
 } // namespace edit
@@ -79,7 +80,7 @@ inline constexpr std::int16_t print = 5007;
 inline constexpr std::int16_t cancel = 5008;
 inline constexpr std::int16_t canNotPrintRange = 5009;
 inline constexpr std::int16_t fromDateIsPastToDate = 5010;
-inline constexpr std::int16_t to = 5011; ///< with a blank on either side
+inline constexpr std::int16_t to = 5011; ///< with a space on either side
 inline constexpr std::int16_t referTo = 5012;
 inline constexpr std::int16_t name = 5013;
 inline constexpr std::int16_t socialSecurityNumber = 5014;

@@ -1,6 +1,6 @@
 #include "settings/TextTable.h"
 
-#include "platform/StringResource.h"
+#include "platform/system/StringResource.h"
 
 std::wstring LoadText(std::int16_t id)
 {

@@ -3,6 +3,5 @@
 #include <cstdint>
 #include <string>
 
-/// The text with this number, exactly as the table has it, blanks at its ends included. It is looked up each time, so a
-/// change of language shows in every text fetched afterwards. Throws ResourceNotFound for a number without a text.
+/// The text with this number, including spaces at its ends. Throws ResourceNotFound if there is no such text.
 std::wstring LoadText(std::int16_t id);

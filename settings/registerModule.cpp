@@ -1,7 +1,7 @@
 #include "settings/registerModule.h"
 
-#include "platform/Conversions.h"
-#include "platform/Registry.h"
+#include "platform/system/Conversions.h"
+#include "platform/system/Registry.h"
 
 namespace {
 
@@ -24,11 +24,12 @@ void registerModule::SaveRegistryValue(const std::wstring& section, const std::w
         return;
     }
     const std::string name = ToUserCodePage(valueName);
+    // Kept on purpose: "The size of a value is its number of characters".
     if (!Registry::WriteText(key, name, ToUserCodePage(value.Text()), value.Text().size())) {
-        // An old value must not outlive a failed write: empty is what the user then finds.
+        // Kept on purpose: "A value that cannot be written becomes empty".
         Registry::WriteText(key, name, "", 0);
     }
-    // The key is not closed: every saved value leaves its handle to the end of the program, by intention.
+    // Kept on purpose: "Saved values leave their keys open".
 }
 
 std::wstring registerModule::GetRegistryValue(const std::wstring& section, const std::wstring& valueName,

@@ -5,11 +5,10 @@
 #include <string>
 #include <utility>
 
-/// A value on its way into the registry, where everything is text: a 16-bit number as decimal digits, a Boolean as
-/// "True" or "False".
+/// The text of a registry value. A 16-bit number is written as decimal digits, a Boolean as "True" or "False".
 class RegistryText {
 public:
-    // NOLINTBEGIN(google-explicit-constructor): each of these may stand where a value is wanted
+    // NOLINTBEGIN(google-explicit-constructor): a value is passed as it is
     RegistryText(std::wstring text) : text_(std::move(text)) {}
     RegistryText(const wchar_t* text) : text_(text) {}
     RegistryText(std::int16_t number);
@@ -22,21 +21,19 @@ private:
     std::wstring text_;
 };
 
-/// The settings and the employee's details: one registry key for each section under
-/// HKEY_LOCAL_MACHINE\Software\Velmora\Tav, one text for each value. Nothing is kept in memory, and no failure is
-/// reported: what cannot be written is lost, what cannot be read is the caller's default.
+/// The settings and the employee information: a registry key for each section under
+/// HKEY_LOCAL_MACHINE\Software\Velmora\Tav, a text for each value. Nothing is cached, and no error is reported.
 namespace registerModule {
 
-/// Stores the value. The section's key stays open until the program ends, by intention.
+/// Writes the value. The key of the section stays open until the program ends.
 void SaveRegistryValue(const std::wstring& section, const std::wstring& valueName, const RegistryText& value);
 
-/// The value, or the default as text if it is missing or longer than 255 characters. Reading asks for the right to
-/// write too: a user without it gets the default.
+/// The value, or the default if the value does not exist or is longer than 255 characters. The key is opened for
+/// reading and writing: a user who may not write gets the default.
 std::wstring GetRegistryValue(const std::wstring& section, const std::wstring& valueName,
                               const RegistryText& defaultValue);
 
-/// The characters in front of the buffer's first null; nothing if it has none, so that a value of exactly 255
-/// characters reads as empty.
+/// The characters before the first null; empty if there is none, so a value of exactly 255 characters is read as empty.
 std::wstring ReadRegistryString(const std::wstring& buffer);
 
 } // namespace registerModule

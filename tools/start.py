@@ -7,19 +7,19 @@ import subprocess
 import sys
 
 PROJECT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
-sys.path.insert(0, os.path.join(PROJECT, "tests", "machine"))
-from machine import Display, MachineError, end_politely_when_told, end_wine, make_prefix, wine_environment  # noqa: E402
+sys.path.insert(0, os.path.join(PROJECT, "tools", "machine"))
+from machine import Display, MachineError, end_wine, exit_on_signals, make_prefix, wine_environment  # noqa: E402
 
-GROUND = os.path.join(PROJECT, ".run")
-PREFIX = os.path.join(GROUND, "wine")
+RUN_FOLDER = os.path.join(PROJECT, ".run")
+PREFIX = os.path.join(RUN_FOLDER, "wine")
 FOLDER = os.path.join(PREFIX, "drive_c", "Odomira")
-PICTURE = os.path.join(GROUND, "odomira.png")
+PICTURE = os.path.join(RUN_FOLDER, "odomira.png")
 
 
-def only_one():
-    """The lock of the one program that runs here; its owner keeps it until it ends."""
-    os.makedirs(GROUND, exist_ok=True)
-    lock = open(os.path.join(GROUND, "lock"), "w", encoding="utf-8")
+def lock_run_folder():
+    """Locks the folder for one running program. The lock is released when the returned file is closed."""
+    os.makedirs(RUN_FOLDER, exist_ok=True)
+    lock = open(os.path.join(RUN_FOLDER, "lock"), "w", encoding="utf-8")
     try:
         fcntl.flock(lock, fcntl.LOCK_EX | fcntl.LOCK_NB)
     except OSError:
@@ -27,11 +27,24 @@ def only_one():
     return lock
 
 
+def prepare_wine():
+    """Creates the Wine prefix at the first start. The folder of the program is created last: a prefix without it is from
+    an interrupted start, and is created again."""
+    if os.path.isdir(FOLDER):
+        return
+    print("Preparing Wine for the first start", flush=True)
+    if os.path.isdir(PREFIX):
+        end_wine(users_environment())
+        shutil.rmtree(PREFIX)
+    make_prefix(PREFIX, os.path.join(RUN_FOLDER, "home"))
+    os.makedirs(FOLDER)
+
+
 def may_replace(journal, target):
     if not sys.stdin.isatty():
-        sys.exit(f"{target} is there already and is kept.\n"
-                 f"Run this in a terminal to be asked whether {journal} shall replace it, or move it away first.")
-    answer = input(f"{target} is there already. Replace it by {journal}? [y/N] ")
+        sys.exit(f"{target} already exists and is kept.\n"
+                 f"To replace it by {journal}, run this in a terminal and confirm, or move the file away first.")
+    answer = input(f"{target} already exists. Replace it by {journal}? [y/N] ")
     return answer.strip().lower() in ("y", "yes")
 
 
@@ -48,10 +61,11 @@ def put_in_place(journal):
 
 
 def install(program):
-    """Beside the journal, under a new name first: a file in use is never written into."""
-    target = os.path.join(FOLDER, "odomira.exe")
-    shutil.copyfile(program, target + ".new")
-    os.replace(target + ".new", target)
+    """Copies the program and the guides to the journal's folder. Renaming complete copies never writes to a file in use."""
+    for name in ("guide.html", "guide.sv.html", os.path.basename(program)):
+        target = os.path.join(FOLDER, name)
+        shutil.copyfile(os.path.join(os.path.dirname(program), name), target + ".new")
+        os.replace(target + ".new", target)
     return target
 
 
@@ -70,19 +84,19 @@ def users_environment():
 
 
 def run_for_the_user(program, env):
-    print(f"Odomira runs; its journal is {os.path.join(FOLDER, 'datasource.jrn')}", flush=True)
+    print(f"Odomira is running. Its journal is {os.path.join(FOLDER, 'datasource.jrn')}", flush=True)
     return subprocess.run(["setpriv", "--pdeathsig", "TERM", "--", "wine", program], env=env, check=False).returncode
 
 
 def show_on_a_virtual_display(program, env):
-    print("There is no display: Odomira starts on a virtual one.", flush=True)
-    display = Display(GROUND)
+    print("There is no display. Odomira starts on a virtual display.", flush=True)
+    display = Display(RUN_FOLDER)
     try:
         env["DISPLAY"] = display.name
         with subprocess.Popen(["setpriv", "--pdeathsig", "KILL", "--", "wine", program], env=env) as running:
             window = display.window(running)
             display.picture(PICTURE, window)
-            print(f"A picture of its window is in {PICTURE}\nNobody can reach that window, so Odomira is ended again.",
+            print(f"A picture of its window is in {PICTURE}\nNobody can use the virtual display, so Odomira is closed.",
                   flush=True)
             end_wine(env)
     finally:
@@ -92,12 +106,9 @@ def show_on_a_virtual_display(program, env):
 
 
 def main():
-    end_politely_when_told()
-    lock = only_one()
-    if not os.path.exists(os.path.join(PREFIX, "user.reg")):
-        print("Preparing Wine for the first start", flush=True)
-        make_prefix(PREFIX, os.path.join(GROUND, "home"))
-    os.makedirs(FOLDER, exist_ok=True)
+    exit_on_signals()
+    lock = lock_run_folder()
+    prepare_wine()
     if len(sys.argv) > 2:
         put_in_place(sys.argv[2])
     program = install(sys.argv[1])

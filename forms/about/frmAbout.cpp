@@ -1,11 +1,12 @@
 #include "forms/about/frmAbout.h"
 
+#include "forms/Guide.h"
 #include "forms/LocalText.h"
 #include "forms/Product.h"
-#include "platform/Application.h"
-#include "platform/Conversions.h"
-#include "platform/MsgBox.h"
-#include "platform/Shell.h"
+#include "platform/system/Application.h"
+#include "platform/system/Conversions.h"
+#include "platform/system/Shell.h"
+#include "platform/windows/MsgBox.h"
 #include "settings/TextIds.h"
 
 #include <array>
@@ -22,10 +23,16 @@ constexpr std::array<LayoutRow, 7> rows{{
     {"cmdOK", {3510, 3870, 1125, 345}},
 }};
 
+constexpr std::array keys{
+    KeyRow{CommandKey::Enter, "Label3", "Label3"},
+    KeyRow{CommandKey::Space, "Label3", "Label3"},
+};
+
 constexpr FormLayout layout{.kind = FormKind::Dialog,
                             .width = 4800,
                             .height = 4380,
                             .rows = rows,
+                            .keys = keys,
                             .defaultButton = "cmdOK",
                             .cancelButton = "cmdOK",
                             .firstFocus = "cmdOK"};
@@ -50,7 +57,7 @@ void frmAbout::Form_Load()
     Label2.SetCaption(ProductName());
     Label4.SetCaption(product::longName);
     lblDescription.SetCaption(product::notice);
-    // The link shows the maker's address and leads to the product's: the maker's name is what a reader knows.
+    // Kept on purpose: "The link shows one address and opens another".
     Label3.SetCaption(FromUserCodePage(product::makerHomePage));
     Label3.SetForeColor(SystemColor::Link);
     Label3.FitToText();
@@ -72,7 +79,12 @@ void frmAbout::Form_MouseMove()
     UnderlineLink(false);
 }
 
-/// The link stays underlined until the mouse is over the form itself again, wherever else it goes.
+void frmAbout::Form_Help()
+{
+    ShowGuide(*this, L"about");
+}
+
+/// Kept on purpose: "The link stays underlined".
 void frmAbout::Label3_MouseMove()
 {
     UnderlineLink(true);
@@ -80,8 +92,8 @@ void frmAbout::Label3_MouseMove()
 
 void frmAbout::Label3_Click()
 {
-    if (!ShellOpen(*this, product::homePage)) {
-        // For the user's mail to the maker as much as for the user: the same words in every language.
+    if (!ShellOpen(Handle(), product::homePage)) {
+        // The same words in every language. Kept on purpose: "Texts stay as they are".
         MsgBox(L"Label3_Click: ShellExecute ERROR.\r\nCouldn't open browser. Please manually goto the adress:\r\n" +
                FromUserCodePage(product::homePage));
     }

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/Controls.h"
-#include "platform/Form.h"
+#include "platform/windows/Controls.h"
+#include "platform/windows/Form.h"
 #include "resources/ResourceIds.h"
 
 /// What the program is, which version, whose, and a link to its home page.
@@ -14,7 +14,7 @@ public:
     Label Label4{*this, "Label4"};
     Label MinVersion{*this, "MinVersion"};
     Label lblDescription{*this, "lblDescription"};
-    Label Label3{*this, "Label3"}; ///< the link
+    LinkLabel Label3{*this, "Label3"};
     CommandButton cmdOK{*this, "cmdOK"};
 
 protected:
@@ -23,6 +23,7 @@ protected:
     void Form_Load() override;
     void Form_Activate() override;
     void Form_MouseMove() override;
+    void Form_Help() override;
     void Label3_MouseMove();
     void Label3_Click();
     void cmdOK_Click();

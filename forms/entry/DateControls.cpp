@@ -1,26 +1,10 @@
 #include "forms/entry/DateControls.h"
 
-#include "data/Calendar.h"
-#include "forms/entry/MonthNames.h"
-#include "platform/CheckedArithmetic.h"
-#include "platform/Conversions.h"
+#include "forms/MonthNames.h"
+#include "platform/system/CheckedArithmetic.h"
+#include "platform/system/Conversions.h"
 
 #include <utility>
-
-std::int16_t DaysInMonth(std::int16_t year, std::int16_t month)
-{
-    switch (month) {
-    case 2:
-        return IsLeapYear(year) ? 29 : 28;
-    case 4:
-    case 6:
-    case 9:
-    case 11:
-        return 30;
-    default:
-        return 31;
-    }
-}
 
 DateControls::DateControls(TextBox& year, UpDown& spin, ComboBox& months, ComboBox& days, FillDayList fillDayList)
     : year_(year), spin_(spin), months_(months), days_(days), fillDayList_(std::move(fillDayList))
@@ -37,6 +21,13 @@ void DateControls::Prepare()
         months_.AddItem(MonthName(month));
     }
     days_.Clear();
+}
+
+void DateControls::RenameMonths()
+{
+    for (int month = 1; month <= 12; ++month) {
+        months_.SetList(month - 1, MonthName(month));
+    }
 }
 
 void DateControls::ShowYear(std::int16_t year)

@@ -1,45 +1,44 @@
 #pragma once
 
-#include "platform/Controls.h"
+#include "platform/windows/Controls.h"
 
 #include <cstdint>
 #include <functional>
 
-/// The years that the spin control reaches; the journal itself may hold others.
+/// The range of the up-down control. The journal may contain other years.
 inline constexpr int firstYear = 1950;
 inline constexpr int lastYear = 2100;
 inline constexpr int designYear = 2000;
 
-/// The days of a month: 28 to 31, and 31 for a month number that does not exist.
-std::int16_t DaysInMonth(std::int16_t year, std::int16_t month);
-
-/// The four controls by which every dialog names a date: a year box with its spin control, a list of months and a list
-/// of days. This class has the rules that they share; which days the list offers is the dialog's own rule, its
-/// FillDayList.
+/// The four controls for a date: a year box with its up-down control, a list of months and a list of days. The dialog
+/// fills the list of days (FillDayList).
 ///
-/// The spin control and the year box are two things: what follows a change takes the year from the spin control,
-/// getYear takes it from the box. They differ for a year that the spin control cannot reach.
+/// FillDayList gets the year of the up-down control, getYear returns that of the box.
+/// Kept on purpose: "The year has two controls".
 class DateControls {
 public:
     using FillDayList = std::function<void(std::int16_t year, std::int16_t month)>;
 
     DateControls(TextBox& year, UpDown& spin, ComboBox& months, ComboBox& days, FillDayList fillDayList);
 
-    /// The state in which every dialog opens: year 2000, the twelve months with none picked, no days.
+    /// Sets the initial state: year 2000, the twelve months with none selected, no days.
     void Prepare();
 
-    /// Puts a year into the box and on the spin control; SpinChanged follows.
+    /// Updates the names of the months after a change of the region. Keeps the selection.
+    void RenameMonths();
+
+    /// Sets the year of the box and of the up-down control, which calls SpinChanged.
     void ShowYear(std::int16_t year);
-    /// Picks month 1..12; MonthClicked follows.
+    /// Selects month 1..12, which calls MonthClicked.
     void ShowMonth(std::int16_t month);
 
-    /// The spin control has a new value: the box shows it, and with a month picked the days are filled anew.
+    /// Handles a change of the up-down control: sets the box and, if a month is selected, fills the list of days.
     void SpinChanged();
-    /// A month was picked: the days are filled anew.
+    /// Handles the selection of a month: fills the list of days.
     void MonthClicked();
 
     bool DayIsSelected() const;
-    /// These throw TypeMismatch when nothing is picked.
+    /// These throw TypeMismatch if nothing is selected.
     std::int16_t getYear() const;
     std::int16_t getMonth() const;
     std::int16_t getDay() const;

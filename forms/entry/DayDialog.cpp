@@ -5,12 +5,14 @@
 #include "forms/LocalText.h"
 #include "forms/entry/DistanceText.h"
 #include "forms/entry/RouteText.h"
-#include "platform/CheckedArithmetic.h"
-#include "platform/Clock.h"
-#include "platform/Conversions.h"
-#include "platform/MsgBox.h"
-#include "platform/SendKeys.h"
+#include "platform/system/CheckedArithmetic.h"
+#include "platform/system/Clock.h"
+#include "platform/system/Conversions.h"
+#include "platform/windows/MsgBox.h"
+#include "platform/windows/SendKeys.h"
 #include "settings/TextIds.h"
+
+#include <utility>
 
 namespace {
 
@@ -24,27 +26,25 @@ constexpr std::array rows{
     LayoutRow{"cancelButton", {4050, 2595, 1125, 345}},
 };
 
-constexpr FormLayout layout{
+constexpr FormLayout commonLayout{
     .kind = FormKind::Dialog,
     .width = 5340,
     .height = 3105,
     .rows = rows,
     .defaultButton = "addButton",
     .cancelButton = "cancelButton",
-    .firstFocus = "Text1",
 };
-
-/// The number of an item of the add dialog as an item of either dialog.
-constexpr std::int16_t Item(std::int16_t addDialogId)
-{
-    return static_cast<std::int16_t>(addDialogId - text::add::caption);
-}
 
 } // namespace
 
+DayDialog::DayDialog(std::int16_t textBase, const char* firstFocus) : textBase_(textBase), layout_(commonLayout)
+{
+    layout_.firstFocus = firstFocus;
+}
+
 const FormLayout& DayDialog::Layout() const
 {
-    return layout;
+    return layout_;
 }
 
 void DayDialog::Wire()
@@ -58,9 +58,24 @@ void DayDialog::Wire()
 void DayDialog::Form_Load()
 {
     ApplyLanguage();
+    decimalSeparator_ = DecimalSeparator();
     date_.Prepare();
     Text3.SetText(L"");
     Text2.SetText(L"");
+}
+
+void DayDialog::Form_RegionChanged()
+{
+    date_.RenameMonths();
+    const std::wstring typed = Text3.Text();
+    std::wstring here = typed;
+    const std::wstring before = std::exchange(decimalSeparator_, DecimalSeparator());
+    if (const std::size_t at = typed.find(before); at != std::wstring::npos) {
+        here.replace(at, before.size(), decimalSeparator_);
+    }
+    if (typed != known_.text && typed.size() <= distancePlaces && IsDistance(here) && DistanceOf(here) >= 0) {
+        known_ = {typed, DistanceOf(here)};
+    }
 }
 
 void DayDialog::UpDown1_Change()
@@ -81,13 +96,13 @@ void DayDialog::cancelButton_Click()
 
 void DayDialog::ApplyLanguage()
 {
-    SetCaption(DialogText(Item(text::add::caption)));
-    Label1[0].SetCaption(DialogText(Item(text::add::year)));
-    Label1[1].SetCaption(DialogText(Item(text::add::month)));
-    Label1[2].SetCaption(DialogText(Item(text::add::day)));
-    Label3.SetCaption(DialogText(Item(text::add::distance)) + L" " + Module1::distanceUnit);
-    Label2.SetCaption(DialogText(Item(text::add::route)));
-    cancelButton.SetCaption(DialogText(Item(text::add::cancel)));
+    SetCaption(DialogText(text::add::caption));
+    Label1[0].SetCaption(DialogText(text::add::year));
+    Label1[1].SetCaption(DialogText(text::add::month));
+    Label1[2].SetCaption(DialogText(text::add::day));
+    Label3.SetCaption(DialogText(text::add::distance) + L" " + Module1::distanceUnit);
+    Label2.SetCaption(DialogText(text::add::route));
+    cancelButton.SetCaption(DialogText(text::add::cancel));
     addButton.SetCaption(L"OK");
 }
 
@@ -104,42 +119,44 @@ void DayDialog::ShowMonth(std::int16_t year, std::int16_t month)
     date_.ShowYear(shown ? year : today.year);
     date_.ShowMonth(shown ? month : today.month);
     if (shown) {
-        // The spin control may not reach the year: the days are those of the year itself.
+        // The year may be outside the range of the up-down control, which then has another year.
         FillDayList(year, month);
     }
 }
 
-bool DayDialog::InputIsAcceptable()
+bool DayDialog::AcceptInput()
 {
     if (!date_.DayIsSelected()) {
-        MsgBox(DialogText(Item(text::add::mustChooseDay)));
+        MsgBox(DialogText(text::add::mustChooseDay));
         Combo3.SetFocus();
         return false;
     }
-    return DistanceIsAcceptable();
+    return AcceptDistance();
 }
 
-bool DayDialog::DistanceIsAcceptable()
+bool DayDialog::AcceptDistance()
 {
     const std::wstring typed = Text3.Text();
     const std::wstring& unit = Module1::distanceUnit;
     if (typed.empty()) {
-        Text3.SetText(L"-2");
+        Text3.SetText(L"-2"); // Kept on purpose: "A day without a distance has the distance -2".
+        return true;
+    }
+    if (typed == known_.text) {
         return true;
     }
     if (!IsDistance(typed)) {
-        RefuseDistance(DialogText(Item(text::add::onlyNumbers)));
+        RefuseDistance(DialogText(text::add::onlyNumbers));
         return false;
     }
     if (DistanceOf(typed) < 0) {
-        RefuseDistance(DialogText(Item(text::add::numberOf)) + L" " + unit + L" " +
-                       DialogText(Item(text::add::mustBePositive)));
+        RefuseDistance(DialogText(text::add::numberOf) + L" " + unit + L" " + DialogText(text::add::mustBePositive));
         return false;
     }
     if (typed.size() > distancePlaces) {
-        RefuseDistance(DialogText(Item(text::add::onlySpecifyNumberOf)) + L" " + unit + L" " +
-                       DialogText(Item(text::add::withSixCharacters)) + L"\r\n" +
-                       DialogText(Item(text::add::youHaveUsed)) + L" " + std::to_wstring(typed.size()) + L".");
+        RefuseDistance(DialogText(text::add::onlySpecifyNumberOf) + L" " + unit + L" " +
+                       DialogText(text::add::withSixCharacters) + L"\r\n" + DialogText(text::add::youHaveUsed) + L" " +
+                       std::to_wstring(typed.size()) + L".");
         return false;
     }
     return true;
@@ -154,12 +171,23 @@ void DayDialog::RefuseDistance(const std::wstring& message)
 
 double DayDialog::Distance() const
 {
-    return DistanceOf(Text3.Text());
+    const std::wstring typed = Text3.Text();
+    return typed == known_.text ? known_.distance : DistanceOf(typed);
 }
 
-std::wstring DayDialog::Route() const
+DayEntry DayDialog::EnteredDay() const
 {
-    return RouteOf(Text2.Text());
+    return {.year = getYear(),
+            .month = getMonth(),
+            .day = getDay(),
+            .distance = Distance(),
+            .route = RouteOf(Text2.Text())};
+}
+
+void DayDialog::ShowDistance(double distance)
+{
+    Text3.SetText(distance < 0 ? L"" : ToText(distance));
+    known_ = {Text3.Text(), distance};
 }
 
 void DayDialog::HideChanged()
@@ -168,7 +196,7 @@ void DayDialog::HideChanged()
     Hide();
 }
 
-std::wstring DayDialog::DialogText(std::int16_t item) const
+std::wstring DayDialog::DialogText(std::int16_t addDialogId) const
 {
-    return LocalText(CheckedInt16(textBase_ + item));
+    return LocalText(CheckedInt16(textBase_ + addDialogId - text::add::caption));
 }

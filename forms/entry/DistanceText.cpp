@@ -1,8 +1,7 @@
 #include "forms/entry/DistanceText.h"
 
 #include "data/DayFields.h"
-#include "platform/Conversions.h"
-#include "platform/RuntimeError.h"
+#include "platform/system/Conversions.h"
 
 #include <string_view>
 
@@ -13,14 +12,7 @@ bool IsDigit(wchar_t character)
     return character >= L'0' && character <= L'9';
 }
 
-std::wstring_view WithoutBlanks(std::wstring_view text)
-{
-    const auto first = text.find_first_not_of(L' ');
-    const auto last = text.find_last_not_of(L' ');
-    return first == std::wstring_view::npos ? std::wstring_view() : text.substr(first, last - first + 1);
-}
-
-/// Takes the digits at the front away and says how many there were.
+/// Removes the leading digits and returns their number.
 std::size_t TakeDigits(std::wstring_view& text)
 {
     std::size_t count = 0;
@@ -52,12 +44,8 @@ bool IsDistance(const std::wstring& text)
     if (!IsPlainNumber(WithoutBlanks(text))) {
         return false;
     }
-    try {
-        const double value = ToDouble(text);
-        return value < 0 || text.size() > distancePlaces || ToText(value).size() <= distancePlaces;
-    } catch (const RuntimeError&) {
-        return false;
-    }
+    const auto value = TryToDouble(text);
+    return value && (*value < 0 || text.size() > distancePlaces || ToText(*value).size() <= distancePlaces);
 }
 
 double DistanceOf(const std::wstring& text)

@@ -1,10 +1,10 @@
 #include "forms/entry/RouteText.h"
 
-#include "platform/Conversions.h"
+#include "platform/system/Conversions.h"
 
 std::wstring RouteOf(const std::wstring& typed)
 {
-    // The code page first: it may have a line break for a character that was none.
+    // The conversion may turn another character into a line break.
     const std::wstring held = AsUserCodePageHoldsIt(typed);
     return held.substr(0, held.find_first_of(L"\r\n"));
 }

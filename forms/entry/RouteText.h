@@ -2,6 +2,6 @@
 
 #include <string>
 
-/// A typed route as the journal keeps it: what the code page holds of it, up to its first line break. A second line of
-/// it would be read back as an entry of its own.
+/// A typed route as the journal stores it: converted to the code page and back, up to the first line break. A second
+/// line would be read as another entry.
 std::wstring RouteOf(const std::wstring& typed);

@@ -1,10 +1,17 @@
 #include "forms/entry/frmAdd.h"
 
 #include "data/DataInterface.h"
-#include "platform/Conversions.h"
+#include "forms/Guide.h"
+#include "platform/system/Conversions.h"
 #include "settings/TextIds.h"
 
-frmAdd::frmAdd() : DayDialog(text::add::caption) {}
+// No day is picked yet, and one has to be.
+frmAdd::frmAdd() : DayDialog(text::add::caption, "Combo3") {}
+
+void frmAdd::Form_Help()
+{
+    ShowGuide(*this, L"add");
+}
 
 void frmAdd::showMeNow(std::int16_t aret, std::int16_t manad)
 {
@@ -15,10 +22,11 @@ void frmAdd::showMeNow(std::int16_t aret, std::int16_t manad)
 
 void frmAdd::addButton_Click()
 {
-    if (!InputIsAcceptable()) {
+    if (!AcceptInput()) {
         return;
     }
-    DataInterface::AddDay(getYear(), getMonth(), getDay(), Distance(), Route());
+    const DayEntry day = EnteredDay();
+    DataInterface::AddDay(day.year, day.month, day.day, day.distance, day.route);
     HideChanged();
 }
 

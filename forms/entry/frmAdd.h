@@ -2,16 +2,17 @@
 
 #include "forms/entry/DayDialog.h"
 
-/// Enters a new day of the journal. Offers only days that are still free.
+/// Adds a day to the journal. Offers the days without an entry.
 class frmAdd : public DayDialog {
 public:
     frmAdd();
 
-    /// Shows the dialog over the main window, starting in a month of the journal or, with a year below 1900, in the
-    /// current month; returns when it is hidden. The user has to pick the day.
+    /// Shows the dialog with this month or, for a year below 1900, with the current month. Returns when the dialog is
+    /// hidden.
     void showMeNow(std::int16_t aret, std::int16_t manad);
 
 protected:
+    void Form_Help() override;
     void addButton_Click() override;
     void FillDayList(std::int16_t year, std::int16_t month) override;
 };

@@ -1,10 +1,16 @@
 #include "forms/entry/frmEdit.h"
 
 #include "data/DataInterface.h"
-#include "platform/Conversions.h"
+#include "forms/Guide.h"
+#include "platform/system/Conversions.h"
 #include "settings/TextIds.h"
 
-frmEdit::frmEdit() : DayDialog(text::edit::caption) {}
+frmEdit::frmEdit() : DayDialog(text::edit::caption, "Text3") {}
+
+void frmEdit::Form_Help()
+{
+    ShowGuide(*this, L"edit");
+}
 
 void frmEdit::showMeNow(std::int16_t aret, std::int16_t manad, std::int16_t dag, double km, const std::wstring& stracka)
 {
@@ -14,10 +20,10 @@ void frmEdit::showMeNow(std::int16_t aret, std::int16_t manad, std::int16_t dag,
     storedDay_ = dag;
     ShowMonth(aret, manad);
     if (ShowsJournalMonth(aret)) {
-        Text3.SetText(km < 0 ? L"" : ToText(km));
+        ShowDistance(km);
         Text2.SetText(stracka);
     } else {
-        // Today's month is shown in place of the day's own: no day in it is meant.
+        // The dialog shows today's month in place of the day's own, so none of its days is selected.
         Combo3.SetListIndex(-1);
     }
     ShowModal();
@@ -25,21 +31,23 @@ void frmEdit::showMeNow(std::int16_t aret, std::int16_t manad, std::int16_t dag,
 
 void frmEdit::addButton_Click()
 {
-    if (!InputIsAcceptable()) {
+    if (!AcceptInput()) {
         return;
     }
+    const DayEntry day = EnteredDay();
     if (DateIsUnchanged()) {
-        DataInterface::ReplaceDay(getYear(), getMonth(), getDay(), Distance(), Route());
+        DataInterface::ReplaceDay(day.year, day.month, day.day, day.distance, day.route);
     } else {
+        // Kept on purpose: "A date may have two entries".
         DataInterface::DeleteDay(storedYear_, storedMonth_, storedDay_);
-        DataInterface::AddDay(getYear(), getMonth(), getDay(), Distance(), Route());
+        DataInterface::AddDay(day.year, day.month, day.day, day.distance, day.route);
     }
     HideChanged();
 }
 
 void frmEdit::FillDayList(std::int16_t /*year*/, std::int16_t /*month*/)
 {
-    constexpr std::int16_t lastDay = 31;
+    constexpr std::int16_t lastDay = 31; // Kept on purpose: "A day need not exist".
     Combo3.Clear();
     for (std::int16_t day = 1; day <= lastDay; ++day) {
         Combo3.AddItem(ToText(day));
@@ -51,7 +59,7 @@ void frmEdit::FillDayList(std::int16_t /*year*/, std::int16_t /*month*/)
 
 bool frmEdit::DateIsUnchanged() const
 {
-    // The year is compared as text: "02004" is another year than "2004", and the day moves.
+    // Kept on purpose: "The year has two controls".
     const bool sameYear = Text1.Text() == ToText(storedYear_);
     const bool sameMonth = Combo1.ListIndex() + 1 == storedMonth_;
     const bool sameDay = getDay() == storedDay_;

@@ -2,17 +2,18 @@
 
 #include "forms/entry/DayDialog.h"
 
-/// Changes a day of the journal: its date, distance or route. Offers the days 1 to 31 whatever the month, so that a
-/// date that stands in the journal can always be shown.
+/// Changes the date, the distance and the route of a day. Offers the days 1 to 31 for every month, because the journal
+/// may contain any of them.
 class frmEdit : public DayDialog {
 public:
     frmEdit();
 
-    /// Shows the dialog over the main window for the day as the day list has it; a distance below 0 shows as an empty
-    /// box. Returns when the dialog is hidden.
+    /// Shows the dialog with a day as the day list shows it. A distance below 0 is an empty box. Returns when the
+    /// dialog is hidden.
     void showMeNow(std::int16_t aret, std::int16_t manad, std::int16_t dag, double km, const std::wstring& stracka);
 
 protected:
+    void Form_Help() override;
     void addButton_Click() override;
     void FillDayList(std::int16_t year, std::int16_t month) override;
 
@@ -21,5 +22,5 @@ private:
 
     std::int16_t storedYear_ = 0;
     std::int16_t storedMonth_ = 0;
-    std::int16_t storedDay_ = 0; ///< selected anew whenever the day list is filled
+    std::int16_t storedDay_ = 0; ///< FillDayList selects it
 };

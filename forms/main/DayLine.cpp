@@ -1,22 +1,12 @@
 #include "forms/main/DayLine.h"
 
 #include "data/DayFields.h"
-#include "platform/Conversions.h"
-#include "platform/RuntimeError.h"
+#include "platform/system/Conversions.h"
 
 namespace {
 
-/// Stands for a distance that the line does not show; the store's own sign for no entry is another.
+/// A line without a distance. (-1 is a day without an entry.)
 constexpr double noDistanceShown = -2.0;
-
-double DistanceIn(const std::wstring& text)
-{
-    try {
-        return ToDouble(text);
-    } catch (const RuntimeError&) {
-        return noDistanceShown;
-    }
-}
 
 } // namespace
 
@@ -39,6 +29,6 @@ DayEntry EntryOfDayLine(const std::wstring& line)
     return {.year = ToInt16(Field(line, 1, 4)),
             .month = ToInt16(Field(line, 6, 7)),
             .day = DayOfDayLine(line),
-            .distance = DistanceIn(Field(line, 12, 17)),
+            .distance = TryToDouble(Field(line, 12, 17)).value_or(noDistanceShown),
             .route = RouteField(line)};
 }

@@ -5,16 +5,14 @@
 #include <cstdint>
 #include <string>
 
-// A line of the day list: "2004-02-12   12.5 Office - customer visit". It is all that the main window knows of the day
-// it shows: the commands read it back by position (data/DayFields.h), also where a long distance has pushed the route
-// to the right.
+// A line of the day list: "2004-02-12   12.5 Office - customer visit". The main window keeps no other record of a day:
+// the commands read the line by position (data/DayFields.h), also if a long distance has moved the route to the right.
 
-/// The line of an entry. A negative distance is shown as blanks.
+/// The line of an entry. A negative distance is shown as spaces.
 std::wstring DayLine(const DayEntry& entry);
 
-/// The entry as the line shows it; a distance that is no number reads as -2. Throws TypeMismatch where the date is
-/// none.
+/// The entry of a line. A distance that is not a number is -2. Throws TypeMismatch if the date is not one.
 DayEntry EntryOfDayLine(const std::wstring& line);
 
-/// Only the day of the month. Throws TypeMismatch.
+/// The day of the month of a line. Throws TypeMismatch.
 std::int16_t DayOfDayLine(const std::wstring& line);

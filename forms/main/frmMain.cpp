@@ -1,9 +1,10 @@
-// The main window itself: how it opens, speaks, stretches and closes.
+// The main window: loading, texts, resizing and closing.
 
 #include "forms/main/frmMain.h"
 
 #include "app/Module1.h"
 #include "data/DataInterface.h"
+#include "forms/Guide.h"
 #include "forms/LocalText.h"
 #include "forms/about/frmAbout.h"
 #include "forms/entry/frmAdd.h"
@@ -11,15 +12,18 @@
 #include "forms/prefs/frmSettings.h"
 #include "forms/prefs/frmUserinfo.h"
 #include "forms/print/frmInterval.h"
-#include "platform/Application.h"
-#include "platform/MsgBox.h"
+#include "platform/system/Application.h"
+#include "platform/windows/MsgBox.h"
+#include "platform/windows/ShutdownReason.h"
 #include "settings/TextIds.h"
 
 #include <array>
+#include <optional>
+#include <utility>
 
 namespace {
 
-// What depends on the window's size is set by Form_Resize; the zeros wait for it.
+// Form_Resize sets the values that are 0 here.
 constexpr std::array rows{
     LayoutRow{"Line3", {0, 0, 0, 15}},
     LayoutRow{"Line4", {0, 15, 0, 15}},
@@ -44,12 +48,21 @@ constexpr std::array menu{
     MenuRow{"mnuHelpAbout", "mnuHelp"},
 };
 
+constexpr std::array keys{
+    KeyRow{CommandKey::Enter, "editButton", "List1"},
+    KeyRow{CommandKey::Delete, "deleteButton", "List1"},
+    KeyRow{CommandKey::N, "addButton"},
+    KeyRow{CommandKey::S, "mnuFileSaveAll"},
+    KeyRow{CommandKey::P, "mnuFilePrint"},
+};
+
 constexpr FormLayout layout{
     .kind = FormKind::Main,
     .width = 10800,
     .height = 7500,
     .rows = rows,
     .menu = menu,
+    .keys = keys,
     .firstFocus = "TreeView1",
 };
 
@@ -123,7 +136,7 @@ void frmMain::Form_Resize()
     if (IsMinimised()) {
         return;
     }
-    // The window may be dragged smaller, and is put back to its smallest size here.
+    // Kept on purpose: "The window snaps back to its smallest size".
     if (Width() < smallestWidth) {
         SetWidth(smallestWidth);
     }
@@ -153,23 +166,30 @@ void frmMain::PlaceHeadings()
     const int endOfDistance = List1.LeftOfCharacter(17);
     const int route = List1.LeftOfCharacter(18);
     Label6.Move({date, Label6.Top(), endOfDate - date, Label6.Height()});
-    // The unit ends where the numbers end; a long one begins where the date's own word has long ended.
+    // The unit is right-aligned with the numbers, and may begin right after the heading of the dates.
     Label4.Move({endOfDate, Label4.Top(), endOfDistance - endOfDate, Label4.Height()});
     Label5.Move({route, Label5.Top(), List1.Width() - 1920, Label5.Height()});
 }
 
-void frmMain::Form_QueryUnload(bool& cancel, UnloadMode /*mode*/)
+void frmMain::Form_QueryUnload(bool& cancel, UnloadMode mode)
 {
     if (!DataInterface::IsJournalChanged()) {
         return;
     }
-    switch (MsgBox(LocalText(text::main::saveLastChanges), MsgBoxButtons::YesNoCancel, MsgBoxIcon::Critical, 3)) {
+    const std::wstring question = LocalText(text::main::saveLastChanges);
+    const bool sessionEnds = mode == UnloadMode::WindowsIsClosing;
+    std::optional<ShutdownReason> reason;
+    if (sessionEnds) {
+        reason.emplace(Handle(), question);
+    }
+    switch (MsgBox(question, MsgBoxButtons::YesNoCancel, MsgBoxIcon::Critical, 3)) {
     case MsgBoxResult::Yes:
-        // A save that fails ends this here with its error: the window stays open with everything still in memory.
+        // If the save throws, the window stays open and nothing is lost.
         mnuFileSaveAll_Click();
         break;
     case MsgBoxResult::No:
         DataInterface::ClearJournalChanged();
+        givenUpForSession_ = sessionEnds;
         break;
     default:
         cancel = true;
@@ -177,17 +197,30 @@ void frmMain::Form_QueryUnload(bool& cancel, UnloadMode /*mode*/)
     }
 }
 
+void frmMain::Form_SessionGoesOn()
+{
+    // The Save command is disabled if the journal has been saved or reverted since then.
+    if (std::exchange(givenUpForSession_, false) && mnuFileSaveAll.Enabled()) {
+        DataInterface::MarkJournalChanged();
+    }
+}
+
 void frmMain::Form_Unload()
 {
-    UnloadThe<frmAbout>();
-    UnloadThe<frmAdd>();
-    UnloadThe<frmEdit>();
-    UnloadThe<frmInterval>();
-    UnloadThe<frmSettings>();
-    UnloadThe<frmUserinfo>();
-    // Whatever else is open; the first form is this one, which goes when this handler is done.
+    UnloadInstance<frmAbout>();
+    UnloadInstance<frmAdd>();
+    UnloadInstance<frmEdit>();
+    UnloadInstance<frmInterval>();
+    UnloadInstance<frmSettings>();
+    UnloadInstance<frmUserinfo>();
+    // The other open forms. The first form is this one.
     const auto open = OpenForms();
     for (std::size_t index = open.size(); index-- > 1;) {
         open[index]->Unload();
     }
+}
+
+void frmMain::Form_Help()
+{
+    ShowGuide(*this, L"main-window");
 }

@@ -1,16 +1,15 @@
 #pragma once
 
-#include "platform/Controls.h"
-#include "platform/Form.h"
-#include "platform/Menu.h"
-#include "platform/PrinterDialog.h"
+#include "platform/print/PrinterDialog.h"
+#include "platform/windows/Controls.h"
+#include "platform/windows/Form.h"
+#include "platform/windows/Menu.h"
 
 #include <cstdint>
 #include <string>
 
-/// The main window: the journal as a tree of years and months beside the days of one month, and every command of the
-/// program. It shows the journal store as it is and keeps nothing of it: which day is chosen is read back from the
-/// chosen line of the list.
+/// The main window: a tree of years and months, the days of one month, and the commands of the program. It keeps the
+/// listed month only: the commands read the selected day from its line in the list.
 class frmMain : public Form {
 public:
     const FormLayout& Layout() const override;
@@ -27,7 +26,7 @@ public:
     CommandButton editButton{*this, "editButton"};
     CommandButton deleteButton{*this, "deleteButton"};
     StatusBar sbStatusBar{*this, "sbStatusBar"};
-    PrinterDialog dlgCommonDialog; ///< on the form, used by none of its commands: printing brings its own
+    PrinterDialog dlgCommonDialog; ///< Kept on purpose: "The printer dialog of the main window is unused".
 
     MenuItem mnuFile{*this, "mnuFile"};
     MenuItem mnuRevert{*this, "mnuRevert"};
@@ -54,8 +53,12 @@ protected:
     void Form_Resize() override;
     void Form_QueryUnload(bool& cancel, UnloadMode mode) override;
     void Form_Unload() override;
+    void Form_Help() override;
+    void Form_SessionGoesOn() override;
 
     // The tree and the list: frmMainJournal.cpp
+    /// Fills tree, list and total again: a line with the former separator would be read as another number.
+    void Form_RegionChanged() override;
     void TreeView1_NodeClick(int node);
     void List1_Click();
     void List1_DblClick();
@@ -76,28 +79,33 @@ protected:
 
 private:
     void ApplyLanguage();
-    /// Puts each heading over its column, whatever the width of a character is on this screen.
+    /// Moves each heading over its column, which depends on the width of a character.
     void PlaceHeadings();
 
-    /// Builds the tree anew from the journal and lists the first month of the first year.
+    /// Fills the tree from the journal and lists the first month of the first year.
     void FillJournalTree();
-    /// The same; a month that the file has and the calendar lacks is told to the user and stops the tree there, not the
-    /// program: saving keeps every day of the journal, shown or not.
+    /// The same, but shows its exception. Kept on purpose: "A month outside 1 to 12 ends the tree".
     void RebuildJournalTree();
-    /// Lists the days of a month, latest first, and their total. Leaves tree and buttons as they are.
+    /// Lists the days of a month, latest first, and shows their total. Does not change the tree and the buttons.
     void ShowMonthDays(std::int16_t year, std::int16_t month);
-    /// Marks the month's node, without the consequences of a click.
+    /// Selects the node of the month. Raises no NodeClick.
     void SelectMonthNode(std::int16_t year, std::int16_t month);
-    /// Chooses the line of a day; leaves the choice as it is when no line has it.
+    /// Selects the line of a day, if there is one.
     void SelectDayInList(std::int16_t day);
 
-    /// After a dialog changed the journal: shows the month of the day it wrote, that day chosen.
+    /// Rebuilds tree and list and shows the month of a changed day. Both are painted once.
+    void ShowChangedMonth(std::int16_t year, std::int16_t month);
+    /// The same, and selects the day.
     void ShowChangedDay(std::int16_t year, std::int16_t month, std::int16_t day);
     void EnableUnsavedCommands(bool enabled);
     void EnableDayCommands(bool enabled);
-    /// Tells the user to choose a day first. Returns false when one is chosen.
-    bool NoDayIsChosen(std::int16_t messageId);
-    /// Exchanges the unit at the end of the total line, without converting the number.
+    /// Returns true if a day is selected. Otherwise shows the message, moves the focus to the list and returns false.
+    bool RequireSelectedDay(std::int16_t messageId);
+    /// Replaces the unit at the end of the total. Does not convert the number.
     void RelabelUnitOfTotal();
     void OpenWebPage(const std::string& address);
+
+    std::int16_t listedYear_ = 0; ///< the argument of the last ShowMonthDays
+    std::int16_t listedMonth_ = 0;
+    bool givenUpForSession_ = false; ///< the user answered No when the session was about to end
 };

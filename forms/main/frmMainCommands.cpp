@@ -1,4 +1,4 @@
-// What the buttons and menu commands of the main window do.
+// The buttons and menu commands of the main window.
 
 #include "app/Module1.h"
 #include "data/DataInterface.h"
@@ -12,15 +12,14 @@
 #include "forms/prefs/frmSettings.h"
 #include "forms/prefs/frmUserinfo.h"
 #include "forms/print/frmInterval.h"
-#include "platform/MsgBox.h"
-#include "platform/Shell.h"
-#include "platform/UnhandledError.h"
+#include "platform/system/Shell.h"
+#include "platform/windows/MsgBox.h"
+#include "platform/windows/UnhandledError.h"
 #include "settings/TextIds.h"
 
 namespace {
 
-/// Unloads a dialog when a command is done with it, also when an error ends the command: the next opening starts
-/// afresh.
+/// Unloads a dialog at the end of a command, also after an exception.
 template <class T>
 class UnloadedAtEnd {
 public:
@@ -29,13 +28,13 @@ public:
     UnloadedAtEnd& operator=(const UnloadedAtEnd&) = delete;
     ~UnloadedAtEnd()
     {
-        Guarded([] { UnloadThe<T>(); });
+        Guarded([] { UnloadInstance<T>(); });
     }
 };
 
 bool ConfirmedByUser(const std::wstring& question)
 {
-    return MsgBox(question, MsgBoxButtons::YesNo, MsgBoxIcon::Critical, 2) != MsgBoxResult::No;
+    return MsgBox(question, MsgBoxButtons::YesNo, MsgBoxIcon::Critical, 2) == MsgBoxResult::Yes;
 }
 
 } // namespace
@@ -44,59 +43,65 @@ void frmMain::addButton_Click()
 {
     const UnloadedAtEnd<frmAdd> unloaded;
     if (List1.ListCount() == 0) {
-        The<frmAdd>()->showMeNow(0, 0);
+        Instance<frmAdd>()->showMeNow(0, 0);
     } else {
-        // The month on show is that of any line; the chosen one may be none.
+        // All lines are of the listed month. There may be no selected line.
         const DayEntry first = EntryOfDayLine(List1.List(0));
-        The<frmAdd>()->showMeNow(first.year, first.month);
+        Instance<frmAdd>()->showMeNow(first.year, first.month);
     }
-    if (const auto dialog = The<frmAdd>(); dialog->hasChanged()) {
+    if (const auto dialog = Instance<frmAdd>(); dialog->hasChanged()) {
         ShowChangedDay(dialog->getYear(), dialog->getMonth(), dialog->getDay());
     }
 }
 
 void frmMain::editButton_Click()
 {
-    if (NoDayIsChosen(text::main::chooseDayToEdit)) {
+    if (!RequireSelectedDay(text::main::chooseDayToEdit)) {
         return;
     }
     const UnloadedAtEnd<frmEdit> unloaded;
     const DayEntry chosen = EntryOfDayLine(List1.List(List1.ListIndex()));
-    The<frmEdit>()->showMeNow(chosen.year, chosen.month, chosen.day, chosen.distance, chosen.route);
-    if (const auto dialog = The<frmEdit>(); dialog->hasChanged()) {
+    Instance<frmEdit>()->showMeNow(chosen.year, chosen.month, chosen.day, chosen.distance, chosen.route);
+    if (const auto dialog = Instance<frmEdit>(); dialog->hasChanged()) {
         ShowChangedDay(dialog->getYear(), dialog->getMonth(), dialog->getDay());
     }
 }
 
 void frmMain::deleteButton_Click()
 {
-    if (NoDayIsChosen(text::main::chooseDayToDelete) || !ConfirmedByUser(LocalText(text::main::confirmDelete))) {
+    if (!RequireSelectedDay(text::main::chooseDayToDelete) || !ConfirmedByUser(LocalText(text::main::confirmDelete))) {
         return;
     }
     const DayEntry chosen = EntryOfDayLine(List1.List(List1.ListIndex()));
     DataInterface::DeleteDay(chosen.year, chosen.month, chosen.day);
-    RebuildJournalTree();
-    ShowMonthDays(chosen.year, chosen.month);
-    SelectMonthNode(chosen.year, chosen.month);
-    // No line is chosen now and the buttons stay enabled: the next press asks the user to choose a day.
+    ShowChangedMonth(chosen.year, chosen.month);
+    // No line is selected now. Kept on purpose: "A year leaves the buttons enabled".
     EnableUnsavedCommands(true);
 }
 
-bool frmMain::NoDayIsChosen(std::int16_t messageId)
+bool frmMain::RequireSelectedDay(std::int16_t messageId)
 {
     if (List1.ListIndex() >= 0) {
-        return false;
+        return true;
     }
     MsgBox(LocalText(messageId));
     List1.SetFocus();
-    return true;
+    return false;
+}
+
+void frmMain::ShowChangedMonth(std::int16_t year, std::int16_t month)
+{
+    const PaintedOnce list(List1);
+    const PaintedOnce tree(TreeView1);
+    RebuildJournalTree();
+    ShowMonthDays(year, month);
+    SelectMonthNode(year, month);
 }
 
 void frmMain::ShowChangedDay(std::int16_t year, std::int16_t month, std::int16_t day)
 {
-    RebuildJournalTree();
-    ShowMonthDays(year, month);
-    SelectMonthNode(year, month);
+    const PaintedOnce list(List1);
+    ShowChangedMonth(year, month);
     SelectDayInList(day);
     EnableUnsavedCommands(true);
 }
@@ -125,7 +130,7 @@ void frmMain::mnuFileSaveAll_Click()
 
 void frmMain::mnuFilePrint_Click()
 {
-    The<frmInterval>()->ShowModal();
+    Instance<frmInterval>()->ShowModal();
 }
 
 void frmMain::mnuFileExit_Click()
@@ -135,18 +140,14 @@ void frmMain::mnuFileExit_Click()
 
 void frmMain::mnuSettings_Click()
 {
-    The<frmSettings>()->ShowModal();
-    if (!IsLoaded()) {
-        return; // the user's session has ended meanwhile, and this window with it
-    }
+    Instance<frmSettings>()->ShowModal();
     ApplyLanguage();
     RelabelUnitOfTotal();
 }
 
 void frmMain::RelabelUnitOfTotal()
 {
-    // The number stays as it is, and so does the word in front of it: only the unit at the end is exchanged, its length
-    // told by its last letter: "mil", "km", "miles".
+    // Kept on purpose: "The total keeps its number and word".
     const std::wstring total = Label1.Caption();
     if (total.empty()) {
         return;
@@ -163,7 +164,7 @@ void frmMain::RelabelUnitOfTotal()
 
 void frmMain::mnuUserInfo_Click()
 {
-    The<frmUserinfo>()->ShowModal();
+    Instance<frmUserinfo>()->ShowModal();
 }
 
 void frmMain::mnuTavWeb_Click()
@@ -178,10 +179,10 @@ void frmMain::mnuOther_Click()
 
 void frmMain::OpenWebPage(const std::string& address)
 {
-    if (ShellOpen(*this, address)) {
+    if (ShellOpen(Handle(), address)) {
         return;
     }
-    // The message's text would be number 10034, which the table does not have: the user is told that it is missing.
+    // Kept on purpose: "A missing browser shows a missing text".
     constexpr std::int16_t noBrowserText = 10034;
     const std::wstring wideAddress(address.begin(), address.end());
     MsgBox(LocalText(noBrowserText) + L":\r\n\r\n" + wideAddress);
@@ -189,5 +190,5 @@ void frmMain::OpenWebPage(const std::string& address)
 
 void frmMain::mnuHelpAbout_Click()
 {
-    The<frmAbout>()->ShowModal();
+    Instance<frmAbout>()->ShowModal();
 }

@@ -1,14 +1,13 @@
-// The main window's tree of months and its list of days.
+// The tree of months and the list of days of the main window.
 
 #include "app/Module1.h"
 #include "data/DataInterface.h"
 #include "forms/LocalText.h"
-#include "forms/entry/MonthNames.h"
+#include "forms/MonthNames.h"
 #include "forms/main/DayLine.h"
 #include "forms/main/frmMain.h"
-#include "platform/Conversions.h"
-#include "platform/RuntimeError.h"
-#include "platform/UnhandledError.h"
+#include "platform/system/Conversions.h"
+#include "platform/windows/UnhandledError.h"
 #include "settings/TextIds.h"
 
 #include <cmath>
@@ -26,17 +25,7 @@ std::wstring MonthKey(std::int16_t year, std::int16_t month)
     return ToText(year) + L" " + ToText(month) + L"node";
 }
 
-bool IsNumeric(const std::wstring& text)
-{
-    try {
-        static_cast<void>(ToDouble(text));
-        return true;
-    } catch (const RuntimeError&) {
-        return false;
-    }
-}
-
-/// The numbers of an array in order, up to the first below 1 or its end: the arrays of the store end with a spare 0.
+/// Calls visit for each number before the first one below 1: the arrays of DataInterface end with a 0.
 template <class Visit>
 void ForEachUpToZero(const NumberArray& numbers, Visit visit)
 {
@@ -46,11 +35,13 @@ void ForEachUpToZero(const NumberArray& numbers, Visit visit)
     }
 }
 
-/// A total in whole units, halves rounded up, with one blank before its last three digits. Smaller ones have no blank
-/// in front of them. What counts as half is the total as it reads: tenths added up may lie a hair below it.
+/// The total in whole units, with a space before the last three digits. Halves are rounded up, after rounding to the 15
+/// digits of ToText, because a sum of tenths may be slightly too small. A total that is written with an exponent is not
+/// rounded: ToDouble does not read the largest ones.
 std::wstring TotalText(double total)
 {
-    const std::wstring text = FormatNumber(std::round(ToDouble(ToText(total))), L"# ##0");
+    const double whole = total < firstNumberWithExponent ? std::round(ToDouble(ToText(total))) : total;
+    const std::wstring text = FormatNumber(whole, L"# ##0");
     return text.substr(text.find_first_not_of(L' '));
 }
 
@@ -88,12 +79,36 @@ void frmMain::RebuildJournalTree()
     Guarded([this] { FillJournalTree(); });
 }
 
+void frmMain::Form_RegionChanged()
+{
+    const int node = TreeView1.SelectedNode();
+    const int line = List1.ListIndex();
+    const bool listed = List1.ListCount() > 0;
+    const std::int16_t year = listedYear_;
+    const std::int16_t month = listedMonth_;
+    RebuildJournalTree();
+    if (node > 0 && node <= TreeView1.NodeCount()) {
+        TreeView1.Select(node);
+    }
+    if (!listed) {
+        List1.Clear();
+        Label1.SetCaption(L"");
+        return;
+    }
+    ShowMonthDays(year, month);
+    if (line >= 0 && line < List1.ListCount()) {
+        List1.SetListIndex(line);
+    }
+}
+
 void frmMain::ShowMonthDays(std::int16_t year, std::int16_t month)
 {
+    listedYear_ = year;
+    listedMonth_ = month;
     const PaintedOnce list(List1);
     List1.Clear();
     double total = 0;
-    // All day numbers, also those that the month lacks: a 30 February in the journal has to be seen to be corrected.
+    // All day numbers, also those that the month lacks. Kept on purpose: "A day need not exist".
     for (std::int16_t day = 31; day >= 1; --day) {
         const DayEntry entry = DataInterface::GetDayEntry(year, month, day);
         const bool present = entry.distance != -1.0;
@@ -112,8 +127,7 @@ void frmMain::ShowMonthDays(std::int16_t year, std::int16_t month)
 
 void frmMain::SelectMonthNode(std::int16_t year, std::int16_t month)
 {
-    // Another date text than the one that the nodes are named by: where the day comes first, as in "2/1", it reads as
-    // February whatever the month, and only the mark is elsewhere.
+    // Kept on purpose: "February is marked where dates begin with the day".
     const std::wstring name = FormatDateText(ToText(month) + L"/2/2001", L"mmmm");
     for (int node = 1; node <= TreeView1.NodeCount(); ++node) {
         const int parent = TreeView1.Parent(node);
@@ -136,8 +150,8 @@ void frmMain::SelectDayInList(std::int16_t day)
 void frmMain::TreeView1_NodeClick(int node)
 {
     const std::wstring name = TreeView1.Text(node);
-    if (IsNumeric(name)) {
-        // A year has no days of its own to list. The buttons stay as they are.
+    if (TryToDouble(name)) {
+        // A year has no days of its own to list. Kept on purpose: "A year leaves the buttons enabled".
         List1.Clear();
         Label1.SetCaption(L"");
         return;

@@ -1,6 +1,7 @@
 #include "forms/prefs/frmSettings.h"
 
 #include "app/Module1.h"
+#include "forms/Guide.h"
 #include "forms/LocalText.h"
 #include "settings/TextIds.h"
 #include "settings/registerModule.h"
@@ -9,6 +10,10 @@ namespace {
 
 constexpr std::int16_t english = 0;
 constexpr std::int16_t swedish = 100;
+
+// The pages of TabStrip1.
+constexpr int unitPage = 1;
+constexpr int languagePage = 2;
 
 constexpr std::array<LayoutRow, 12> rows{{
     {"Frame1", {195, 525, 5310, 1935}},
@@ -30,7 +35,8 @@ constexpr FormLayout layout{.kind = FormKind::Dialog,
                             .height = 3165,
                             .rows = rows,
                             .defaultButton = "addButton",
-                            .cancelButton = "cancelButton"};
+                            .cancelButton = "cancelButton",
+                            .firstFocus = "TabStrip1"};
 
 } // namespace
 
@@ -49,27 +55,30 @@ void frmSettings::Wire()
 void frmSettings::Form_Load()
 {
     ApplyLanguage();
-    // A unit that is not the first one's text to the letter counts as the second, also one stored in the other
-    // language.
+    // Kept on purpose: "Any other unit counts as the second".
     Option1[Option1[0].Caption() == Module1::distanceUnit ? 0 : 1].SetValue(true);
     Option2[Module1::languageOffset != english ? 1 : 0].SetValue(true);
     Frame1.SetVisible(true);
     Frame2.SetVisible(false);
 }
 
+void frmSettings::Form_Help()
+{
+    ShowGuide(*this, L"settings");
+}
+
 void frmSettings::TabStrip1_Click()
 {
-    const bool unitPage = TabStrip1.TabCaption(1) == TabStrip1.TabCaption(TabStrip1.SelectedTab());
-    Frame1.SetVisible(unitPage);
-    Frame2.SetVisible(!unitPage);
+    const int page = TabStrip1.SelectedTab();
+    Frame1.SetVisible(page == unitPage);
+    Frame2.SetVisible(page == languagePage);
 }
 
 void frmSettings::addButton_Click()
 {
     Module1::languageOffset = Option2[0].Value() ? english : swedish;
     registerModule::SaveRegistryValue(L"Settings", L"Language", Module1::languageOffset);
-    // The unit's text comes in the language just chosen: who changes both, or only the language, gets "mil" for
-    // "miles".
+    // The text is in the language just chosen. Kept on purpose: "Any other unit counts as the second".
     Module1::distanceUnit = LocalText(Option1[0].Value() ? text::main::kilometres : text::main::milesOrMil);
     registerModule::SaveRegistryValue(L"Settings", L"Langdenhet", Module1::distanceUnit);
     Unload();
@@ -85,12 +94,12 @@ void frmSettings::ApplyLanguage()
     SetCaption(LocalText(text::settings::caption));
     addButton.SetCaption(L"OK");
     cancelButton.SetCaption(LocalText(text::settings::cancel));
-    TabStrip1.SetTabCaption(1, LocalText(text::settings::unit));
+    TabStrip1.SetTabCaption(unitPage, LocalText(text::settings::unit));
     Label1.SetCaption(LocalText(text::settings::chooseUnit));
     Label2.SetCaption(LocalText(text::settings::routesAreNotRecalculated));
     Option1[0].SetCaption(LocalText(text::main::kilometres));
     Option1[1].SetCaption(LocalText(text::main::milesOrMil));
-    TabStrip1.SetTabCaption(2, LocalText(text::settings::language));
+    TabStrip1.SetTabCaption(languagePage, LocalText(text::settings::language));
     Label3.SetCaption(LocalText(text::settings::chooseLanguage));
     Option2[0].SetCaption(LocalText(text::settings::english));
     Option2[1].SetCaption(LocalText(text::settings::swedish));

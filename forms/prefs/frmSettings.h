@@ -1,12 +1,12 @@
 #pragma once
 
-#include "platform/Controls.h"
-#include "platform/Form.h"
+#include "platform/windows/Controls.h"
+#include "platform/windows/Form.h"
 
 #include <array>
 
-/// The unit of distances and the language of the program, one page each. OK changes both at once, in memory and in the
-/// registry; everything else leaves them as they are. Distances in the journal are never converted.
+/// The unit of distances and the language of the program, one page each. OK changes both in memory and in the registry.
+/// Distances in the journal are never converted.
 class frmSettings : public Form {
 public:
     const FormLayout& Layout() const override;
@@ -28,6 +28,7 @@ protected:
     void Wire() override;
 
     void Form_Load() override;
+    void Form_Help() override;
     void TabStrip1_Click();
     void addButton_Click();
     void cancelButton_Click();

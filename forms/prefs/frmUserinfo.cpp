@@ -1,8 +1,9 @@
 #include "forms/prefs/frmUserinfo.h"
 
+#include "forms/Guide.h"
 #include "forms/LocalText.h"
-#include "platform/Conversions.h"
-#include "platform/SendKeys.h"
+#include "platform/system/Conversions.h"
+#include "platform/windows/SendKeys.h"
 #include "settings/TextIds.h"
 #include "settings/registerModule.h"
 
@@ -62,6 +63,11 @@ void frmUserinfo::Form_Load()
     Text3.SetText(registerModule::GetRegistryValue(section, L"Personnummer", L""));
 }
 
+void frmUserinfo::Form_Help()
+{
+    ShowGuide(*this, L"employee");
+}
+
 void frmUserinfo::Text9_GotFocus()
 {
     SendKeys(selectAll);
@@ -89,7 +95,7 @@ void frmUserinfo::Text3_GotFocus()
 
 void frmUserinfo::cmdOK_Click()
 {
-    // The number is kept also while it is not used.
+    // The number is stored also if the box is not checked.
     registerModule::SaveRegistryValue(section, L"Personnummer", Text3.Text());
     registerModule::SaveRegistryValue(section, L"Aktiverat_personnummer", Check1.Value());
     registerModule::SaveRegistryValue(section, L"Company", Text9.Text());
@@ -115,7 +121,7 @@ void frmUserinfo::ApplyLanguage()
     Text3.SetAccessibleName(LocalText(text::print::socialSecurityNumber));
 }
 
-/// The number can be typed only while it is used; otherwise its box looks as inert as it is.
+/// The box of the number is enabled if the check box is checked.
 void frmUserinfo::ApplyNumberBoxState()
 {
     const bool used = Check1.Value() == checked;

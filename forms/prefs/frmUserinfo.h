@@ -1,12 +1,12 @@
 #pragma once
 
-#include "platform/Controls.h"
-#include "platform/Form.h"
+#include "platform/windows/Controls.h"
+#include "platform/windows/Form.h"
 
 #include <array>
 
-/// Who keeps the journal: company, name and, if wanted, the social security number. The registry alone holds them: they
-/// are read from there on opening, written there on OK, and the report reads them from there. Nothing is checked.
+/// The employee information: company, name and, if wanted, the social security number. Form_Load reads it from the
+/// registry, OK writes it, and the report reads it again. The input is not checked.
 class frmUserinfo : public Form {
 public:
     const FormLayout& Layout() const override;
@@ -25,6 +25,7 @@ protected:
     void Wire() override;
 
     void Form_Load() override;
+    void Form_Help() override;
     void Text9_GotFocus();
     void Text1_GotFocus();
     void Text2_GotFocus();

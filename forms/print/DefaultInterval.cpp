@@ -1,7 +1,7 @@
 #include "forms/print/DefaultInterval.h"
 
-#include "forms/entry/DateControls.h"
-#include "platform/CheckedArithmetic.h"
+#include "data/Calendar.h"
+#include "platform/system/CheckedArithmetic.h"
 
 CalendarDay DefaultFromDate(const CalendarDay& today)
 {

@@ -1,11 +1,11 @@
 // The printed report: a header, a table with a row for every calendar day, the sum, and lines to sign on. All positions
-// are twips; they are fixed, whatever the size of the paper.
+// are twips; they are fixed, whatever the size of the paper. On paper that is too short for them the printer draws the
+// whole page smaller.
 #include "app/Module1.h"
 #include "forms/LocalText.h"
 #include "forms/print/ReportRows.h"
 #include "forms/print/frmInterval.h"
-#include "platform/Conversions.h"
-#include "platform/RuntimeError.h"
+#include "platform/system/Conversions.h"
 #include "settings/TextIds.h"
 #include "settings/registerModule.h"
 
@@ -24,6 +24,7 @@ constexpr double pageLimit = 13500; // a row that ends below is the last one of 
 constexpr double signatureLine = 14900;
 constexpr double signatureCaption = 14980;
 constexpr double footerRule = 15350;
+constexpr double pageHeight = 15856; // here the footer's text ends
 
 constexpr double rowPadding = 30; // between the rule above a row and its text
 constexpr double routeText = 3900;
@@ -40,11 +41,7 @@ std::wstring UserInfo(const std::wstring& valueName)
 /// Whether the user wants the social security number on the report. Whatever is no whole number counts as no.
 bool NumberIsWanted()
 {
-    try {
-        return ToInt16(registerModule::GetRegistryValue(L"Userinfo", L"Aktiverat_personnummer", L"0")) == 1;
-    } catch (const RuntimeError&) {
-        return false;
-    }
+    return TryToInt16(registerModule::GetRegistryValue(L"Userinfo", L"Aktiverat_personnummer", L"0")) == 1;
 }
 
 } // namespace
@@ -52,6 +49,7 @@ bool NumberIsWanted()
 void frmInterval::PrintJournal()
 {
     sum_ = 0;
+    printer_->FitHeight(pageHeight);
     PrintReportHeader();
     printer_->SetDrawWidth(thin);
     printer_->SetDrawStyle(LineStyle::Solid);
@@ -110,6 +108,9 @@ void frmInterval::PrintDayTable()
         day += std::chrono::days(1);
         if (printer_->CurrentY() > pageLimit) {
             BreakPage(day <= last);
+        }
+        if (progress_) {
+            progress_->DayIsPrinted(printer_->Page());
         }
     }
     if (printer_->CurrentY() != continuationTop) {
@@ -266,6 +267,11 @@ std::chrono::sys_days frmInterval::ReportDate(std::size_t index) const
 {
     return ReportDay(Text1[index].Text() + L"-" + TwoDigits(dates_[index].getMonth()) + L"-" +
                      TwoDigits(dates_[index].getDay()));
+}
+
+int frmInterval::DaysOfReport() const
+{
+    return static_cast<int>((ReportDate(1) - ReportDate(0)).count()) + 1;
 }
 
 std::wstring frmInterval::Heading() const

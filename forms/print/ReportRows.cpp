@@ -1,9 +1,9 @@
 #include "forms/print/ReportRows.h"
 
 #include "data/DataInterface.h"
-#include "platform/CheckedArithmetic.h"
-#include "platform/Conversions.h"
-#include "platform/RuntimeError.h"
+#include "platform/system/CheckedArithmetic.h"
+#include "platform/system/Conversions.h"
+#include "platform/system/RuntimeError.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -16,7 +16,7 @@ namespace {
 
 constexpr std::size_t longestWrappedLine = 70;
 
-/// Number of full weeks between the Sunday on or before 1 January and the day.
+/// The number of full weeks from the Sunday on or before 1 January to the day.
 std::int64_t WeeksSinceNewYear(sys_days day)
 {
     const sys_days newYear = year_month_day(day).year() / std::chrono::January / 1;

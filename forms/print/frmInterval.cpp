@@ -1,12 +1,13 @@
 #include "forms/print/frmInterval.h"
 
+#include "data/Calendar.h"
+#include "forms/Guide.h"
 #include "forms/LocalText.h"
 #include "forms/print/DefaultInterval.h"
-#include "platform/CheckedArithmetic.h"
-#include "platform/Clock.h"
-#include "platform/Conversions.h"
-#include "platform/MsgBox.h"
-#include "platform/WaitCursor.h"
+#include "platform/system/CheckedArithmetic.h"
+#include "platform/system/Clock.h"
+#include "platform/system/Conversions.h"
+#include "platform/windows/MsgBox.h"
 #include "settings/TextIds.h"
 #include "settings/registerModule.h"
 
@@ -44,7 +45,7 @@ constexpr FormLayout layout{
     .rows = rows,
     .defaultButton = "addButton",
     .cancelButton = "cancelButton",
-    .firstFocus = "Text1(0)",
+    .firstFocus = "Combo1(0)",
 };
 
 } // namespace
@@ -77,9 +78,27 @@ void frmInterval::Form_Load()
     ShowDate(from, DefaultFromDate(today));
     Text2.SetText(GetRegistryValue(L"Print", L"Heading", L""));
     ShowIntervalText();
-    // Written as "True" by this program; any other spelling is somebody else's and chooses the user's own heading.
+    // Only this spelling counts. Kept on purpose: "The heading is stored before printing".
     const bool useDefault = GetRegistryValue(L"Print", L"UseDefaultHeading", L"True") == L"True";
     Option1[useDefault ? 0 : 1].SetValue(true);
+}
+
+void frmInterval::Form_Help()
+{
+    ShowGuide(*this, L"print");
+}
+
+void frmInterval::Form_RegionChanged()
+{
+    for (DateControls& date : dates_) {
+        date.RenameMonths();
+    }
+}
+
+/// The program may end during a print: discards the document.
+void frmInterval::Form_Unload()
+{
+    UnloadInstance<frmProgress>();
 }
 
 void frmInterval::UpDown1_Change(std::size_t index)
@@ -101,24 +120,32 @@ void frmInterval::Combo3_Click()
 
 void frmInterval::Text2_KeyPress()
 {
-    headingWasTyped_ = true;
+    headingWasTyped_ = true; // Kept on purpose: "A key in the heading box sets a flag only".
 }
 
 void frmInterval::addButton_Click()
 {
+    if (progress_) {
+        return; // a print is in progress; the end of the session may get here
+    }
     if (ComparableDate(from) > ComparableDate(to)) {
         MsgBoxTitled(LocalText(text::print::canNotPrintRange) + L"\r\n" + LocalText(text::print::fromDateIsPastToDate),
                      L"");
         return;
     }
+    // Kept on purpose: "The heading is stored before printing".
     SaveRegistryValue(L"Print", L"Heading", Text2.Text());
     SaveRegistryValue(L"Print", L"UseDefaultHeading", Option1[0].Value());
     try {
         PrintCopies();
+        EndPrinting();
         Unload();
     } catch (const std::exception&) {
-        // Cancelled, or the printing failed: the dialog stays open as it is, and no half report is printed.
-        printer_.reset();
+        // Cancelled, or the printing failed. Kept on purpose: "A failed print shows no message".
+        EndPrinting();
+        if (IsLoaded()) {
+            addButton.SetFocus(); // the next Enter tries again
+        }
     }
 }
 
@@ -131,12 +158,25 @@ void frmInterval::cancelButton_Click()
 void frmInterval::PrintCopies()
 {
     const PrinterChoice choice = CommonDialog1.ShowPrinter();
-    const WaitCursor busy;
+    progress_.emplace(*this, DaysOfReport(), choice.copies, [this] {
+        if (printer_) {
+            printer_->Abort();
+        }
+    });
+    SettleWindows();
     for (int copy = 1; copy <= choice.copies; ++copy) {
         SelectPrinter(Printer(OpenPrintJob(choice.device, LocalText(text::print::journalTitle))));
         PrintJournal();
     }
+}
+
+void frmInterval::EndPrinting()
+{
     printer_.reset();
+    if (progress_) {
+        SettleWindows();
+        progress_.reset();
+    }
 }
 
 void frmInterval::ApplyLanguage()
@@ -146,7 +186,7 @@ void frmInterval::ApplyLanguage()
     Label1[1].SetCaption(LocalText(text::print::month));
     Label1[2].SetCaption(LocalText(text::print::day));
     Label1[0].SetCaption(LocalText(text::print::year));
-    // The month and the day of the first group are captioned once more, deliberately; it shows nothing new.
+    // Kept on purpose: "Captions are set twice".
     Label1[1].SetCaption(LocalText(text::print::month));
     Label1[2].SetCaption(LocalText(text::print::day));
     Frame2.SetCaption(LocalText(text::print::upTo));

@@ -1,12 +1,13 @@
 #pragma once
 
 #include "forms/entry/DateControls.h"
+#include "forms/print/PrintProgress.h"
 #include "forms/print/ReportRows.h"
-#include "platform/Clock.h"
-#include "platform/Controls.h"
-#include "platform/Form.h"
-#include "platform/Printer.h"
-#include "platform/PrinterDialog.h"
+#include "platform/print/Printer.h"
+#include "platform/print/PrinterDialog.h"
+#include "platform/system/Clock.h"
+#include "platform/windows/Controls.h"
+#include "platform/windows/Form.h"
 
 #include <array>
 #include <chrono>
@@ -60,6 +61,9 @@ public:
 protected:
     void Wire() override;
     void Form_Load() override;
+    void Form_Help() override;
+    void Form_RegionChanged() override;
+    void Form_Unload() override;
     void UpDown1_Change(std::size_t index);
     void Combo1_Click(std::size_t index);
     void Combo3_Click();
@@ -76,6 +80,7 @@ private:
     std::wstring DateText(std::size_t index) const;
     std::int32_t ComparableDate(std::size_t index) const;
     void PrintCopies();
+    void EndPrinting();
 
     // The report.
     void PrintReportHeader();
@@ -92,6 +97,7 @@ private:
     void CloseWeekColumn();
     void DrawRule(double left, double right, double y);
     std::chrono::sys_days ReportDate(std::size_t index) const;
+    int DaysOfReport() const;
     std::wstring Heading() const;
     double RightMargin();
 
@@ -103,6 +109,7 @@ private:
     bool headingWasTyped_ = false; ///< a key was pressed in the heading box since the dialog opened
 
     std::optional<Printer> printer_;
+    std::optional<PrintProgress> progress_;
     double sum_ = 0;       ///< of the distances printed so far in this document
     double ruleAbove_ = 0; ///< y of the rule that the next row stands under
     int ruleAboveWidth_ = 0;

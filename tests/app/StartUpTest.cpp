@@ -1,7 +1,7 @@
 // How the program starts: its settings, its journal, one instance of it.
 #include "app/Module1.h"
 #include "data/DataInterface.h"
-#include "platform/UnhandledError.h"
+#include "platform/windows/UnhandledError.h"
 #include "settings/registerModule.h"
 #include "tests/forms/ProgramUnderTest.h"
 #include "tests/support/ChildProcess.h"
@@ -14,7 +14,7 @@ using testing::IsEmpty;
 
 namespace {
 
-/// Starts from whatever the registry and the folder hold, without the preparations of Start().
+/// Starts with the registry and the folder as they are, without the preparations of Start().
 class StartUp : public ProgramUnderTest {
 protected:
     StartUp() { RegDeleteTreeW(HKEY_LOCAL_MACHINE, L"Software\\Velmora"); }
@@ -22,7 +22,7 @@ protected:
 
 } // namespace
 
-TEST_F(StartUp, SpeaksEnglishAndCountsKilometresOnANewMachine)
+TEST_F(StartUp, UsesEnglishAndKilometresWithoutSettings)
 {
     Module1::LoadSettings();
     EXPECT_EQ(Module1::distanceUnit, L"km");
@@ -65,14 +65,14 @@ TEST_F(StartUp, EndsWithTheErrorAndWithoutAWindowWhenTheLanguageHasNoTexts)
     EXPECT_THAT(Form::OpenForms(), IsEmpty());
 }
 
-TEST_F(StartUp, ReportsWhatItCannotReadOfTheJournalAndOpensWithTheRest)
+TEST_F(StartUp, ShowsErrorsOfTheJournalAndOpensWithTheOtherLines)
 {
     Start({.journal = "2004-03-15     12 Office\r\nrubbish\r\n2004-03-14      1 \r\n"});
     EXPECT_THAT(boxes.Texts(), ElementsAre(L"errorType mismatch"));
     EXPECT_THAT(Lines(Main().List1), ElementsAre(L"2004-03-15     12 Office", L"2004-03-14      1 "));
 }
 
-TEST_F(StartUp, HappensOnceSilently)
+TEST_F(StartUp, EndsSilentlyIfTheProgramIsRunning)
 {
     Module1::LoadSettings();
     ASSERT_TRUE(IsOpen());

@@ -1,5 +1,4 @@
-// The store against a second telling of its rules. Thousands of random operations must leave both with the same journal
-// after every single step.
+// The store is compared with a second implementation of its rules, after each of thousands of random operations.
 
 #include "tests/data/StoreAndModel.h"
 #include "tests/data/StoreUnderTest.h"
@@ -32,7 +31,7 @@ TEST_P(DayStoreAgainstModel, AfterEveryOperationTheJournalIsTheSame)
     }
 }
 
-TEST_P(DayStoreAgainstModel, WhatIsSavedIsReadBackTheSame)
+TEST_P(DayStoreAgainstModel, AReadAfterASaveGivesTheSameJournal)
 {
     MessageBoxWatcher boxes;
     RandomUser user(GetParam());

@@ -103,7 +103,7 @@ TEST_F(DayStore, AddDay_PutsASecondOlderEntryInFrontOfTheOnlyOne)
     EXPECT_THAT(Dates(), ElementsAre("2004-02-09", "2004-02-10"));
 }
 
-TEST_F(DayStore, AddDay_PutsADateThatExistsBehindItsEqualsUnlessItIsTheOldest)
+TEST_F(DayStore, AddDay_PutsASecondEntryOfADateAfterTheFirstUnlessItIsTheOldest)
 {
     Load({L"2004-02-12      1 a", L"2004-02-12      2 b", L"2004-02-01      3 c"});
     AddDay(2004, 2, 12, 4, L"d");
@@ -135,7 +135,7 @@ TEST_F(DayStore, AddDay_TakesDatesAtTheLimitsOf16Bits)
     EXPECT_EQ(days[1].year, least);
 }
 
-TEST_F(DayStore, AddDay_DoublesTheCapacityWhenAllPlacesAreTaken)
+TEST_F(DayStore, AddDay_DoublesTheCapacityOfAFullArray)
 {
     FillWith(10);
     EXPECT_EQ(dayCapacity, 10);
@@ -248,7 +248,7 @@ TEST_F(DayStore, DeleteDay_OfAnAbsentDateSaysNotFoundAndChangesNothing)
     EXPECT_FALSE(IsJournalChanged());
 }
 
-TEST_F(DayStore, GetDayEntry_AnswersACopyOfTheFirstEntryOfTheDate)
+TEST_F(DayStore, GetDayEntry_ReturnsACopyOfTheFirstEntryOfTheDate)
 {
     Load({L"2004-02-12      1 a", L"2004-02-12      2 b"});
     DayEntry copy = GetDayEntry(2004, 2, 12);
@@ -262,13 +262,13 @@ TEST_F(DayStore, GetYears_OfAnEmptyJournalIsOneZero)
     EXPECT_THAT(Numbers(GetYears()), ElementsAre(0));
 }
 
-TEST_F(DayStore, GetYears_AnswersEachYearOnceInOrderOfAppearanceAndASpareZero)
+TEST_F(DayStore, GetYears_ReturnsEachYearOnceInOrderOfAppearanceAndAZero)
 {
     Load({L"2004-02-12      1 ", L"2003-02-12      1 ", L"2004-02-11      1 "});
     EXPECT_THAT(Numbers(GetYears()), ElementsAre(2004, 2003, 0));
 }
 
-TEST_F(DayStore, GetMonthsOfYear_AnswersEachMonthOnceInOrderOfAppearanceAndASpareZero)
+TEST_F(DayStore, GetMonthsOfYear_ReturnsEachMonthOnceInOrderOfAppearanceAndAZero)
 {
     Load({L"2004-02-12      1 ", L"2004-11-12      1 ", L"2003-05-01      1 ", L"2004-02-11      1 "});
     EXPECT_THAT(Numbers(GetMonthsOfYear(2004)), ElementsAre(2, 11, 0));

@@ -1,7 +1,7 @@
-// Runs beside a disk of 64 kB (see with-small-disk), which a full journal does not fit on.
+// Runs with a disk of 64 kB (see with-small-disk), which is too small for a full journal.
 
-#include "platform/Conversions.h"
-#include "platform/TextFile.h"
+#include "platform/system/Conversions.h"
+#include "platform/system/TextFile.h"
 #include "tests/data/StoreUnderTest.h"
 #include "tests/support/ErrorOf.h"
 #include "tests/support/TemporaryFolder.h"
@@ -36,7 +36,7 @@ protected:
 
 } // namespace
 
-TEST_F(FullDisk, ASaveThatRunsOutOfRoomFailsAndCanBeDoneAgain)
+TEST_F(FullDisk, ASaveToAFullDiskFailsAndCanBeRepeated)
 {
     EXPECT_EQ(ErrorOf([this] { WriteJournalFile(journal_); }), ErrorNumber::DiskFull);
     EXPECT_EQ(dayCount, 5000);

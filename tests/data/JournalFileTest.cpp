@@ -1,11 +1,14 @@
-#include "platform/Application.h"
-#include "platform/Conversions.h"
-#include "platform/OwnedHandle.h"
-#include "platform/TextFile.h"
+#include "platform/system/Application.h"
+#include "platform/system/Conversions.h"
+#include "platform/system/OwnedHandle.h"
+#include "platform/system/TextFile.h"
+#include "platform/windows/UnhandledError.h"
 #include "tests/data/StoreUnderTest.h"
 #include "tests/support/ChildProcess.h"
 #include "tests/support/ErrorOf.h"
 #include "tests/support/MessageBoxWatcher.h"
+#include "tests/support/NoMemory.h"
+#include "tests/support/ReplacedImport.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
@@ -74,6 +77,15 @@ protected:
     MessageBoxWatcher boxes_;
 };
 
+/// Replaces FlushFileBuffers: records the size of the file.
+DWORD flushedBytes = 0;
+
+BOOL WINAPI NoteFlush(HANDLE file)
+{
+    flushedBytes = GetFileSize(file, nullptr);
+    return TRUE;
+}
+
 std::string Sample(const std::wstring& name)
 {
     return BytesOf(FromUserCodePage(ODOMIRA_SAMPLES) + L'\\' + name);
@@ -103,7 +115,50 @@ TEST_F(JournalFile, LoadJournal_CreatesAMissingFileEmptyAndSaysNothing)
     EXPECT_THAT(boxes_.Texts(), IsEmpty());
 }
 
-TEST_F(JournalFile, LoadJournal_ForgetsWhatTheStoreHeld)
+TEST_F(JournalFile, LoadJournal_ClosesTheFileWhereverMemoryRunsOut)
+{
+    const std::string saved = std::string(header) + "2004-02-12      7 a route longer than fits into its own\r\n";
+    bool met = true;
+    for (int after = 0; met; ++after) {
+        WriteBytes(journalPath, saved);
+        {
+            const NoMemory none(after);
+            Guarded([] { LoadJournal(); });
+            met = none.WasMet();
+        }
+        AddDay(2004, 2, 13, 1, L"");
+        EXPECT_NO_THROW(SaveJournal()) << "memory ran out after " << after;
+    }
+    EXPECT_THAT(Entries(), testing::SizeIs(2)) << "the last time there was enough";
+}
+
+TEST_F(JournalFile, LoadJournal_ShowsAnErrorForALineWithoutMemoryAndReadsTheNext)
+{
+    WriteBytes(journalPath, std::string(header) + "2004-02-13      1 a route longer than fits into its own\r\n"
+                                                  "2004-02-12      7 \r\n");
+    bool met = true;
+    bool wasRead = false;
+    for (int after = 0; met; ++after) {
+        {
+            const NoMemory none(after, 1);
+            Guarded([] { LoadJournal(); });
+            met = none.WasMet();
+        }
+        wasRead = wasRead || Dates() == std::vector<std::string>{"2004-02-12"};
+    }
+    EXPECT_TRUE(wasRead);
+    EXPECT_THAT(boxes_.Texts(), testing::Contains(L"errorOut of memory"));
+}
+
+TEST_F(JournalFile, SaveJournal_EndsWithTheFileOnTheDisk)
+{
+    const ReplacedImport replaced("FlushFileBuffers", NoteFlush);
+    AddDay(2004, 2, 13, 1, L"");
+    SaveJournal();
+    EXPECT_EQ(flushedBytes, BytesOf(journalPath).size()) << "all of it";
+}
+
+TEST_F(JournalFile, LoadJournal_ReplacesTheJournal)
 {
     for (int i = 0; i < 25; ++i) {
         AddDay(2004, 1, 1, 1, L"unsaved");
@@ -142,7 +197,7 @@ TEST_F(JournalFile, EverySampleOfThisSystemComesBackByteForByte)
     EXPECT_FALSE(IsJournalChanged());
 }
 
-TEST_F(JournalFile, LinesWithAnApostropheInFrontAreCommentsWhereverTheyStand)
+TEST_F(JournalFile, LinesThatBeginWithAnApostropheAreComments)
 {
     ReadBytes("2004-02-12      1 a\r\n'2004-02-11      2 b\r\n'\r\n2004-02-10      3 'c\r\n");
     EXPECT_THAT(Entries(), ElementsAre(DayEntry{2004, 2, 12, 1, L"a"}, DayEntry{2004, 2, 10, 3, L"'c"}));
@@ -175,7 +230,7 @@ TEST_F(JournalFile, AnEndOfFileMarkIsAnOrdinaryCharacter)
     EXPECT_THAT(Entries(), ElementsAre(DayEntry{2004, 1, 1, 1, L"a\x1a z"}, DayEntry{2004, 1, 2, 2, L"b"}));
 }
 
-TEST_F(JournalFile, ALineThatCannotBeReadIsToldAndSkipped)
+TEST_F(JournalFile, ALineThatCannotBeReadShowsAnErrorAndIsSkipped)
 {
     ReadBytes("2004-05-03     12 good\r\n\r\n2004-0x-02    100 month\r\n2004-05-01    abc distance\r\n2004-05-02\r\n"
               "2004-04-29     13 good again\r\n");
@@ -188,7 +243,7 @@ TEST_F(JournalFile, ALineThatCannotBeReadIsToldAndSkipped)
     }
 }
 
-TEST_F(JournalFile, TheEntriesBeyondTheCeilingAreToldAndSkipped)
+TEST_F(JournalFile, EntriesBeyondTheCapacityShowAnErrorAndAreSkipped)
 {
     ReadBytes(AsThisSystemWrites(Sample(L"full-20480.jrn")) +
               "2020-01-01      1 a\r\n'comment\r\n2020-01-01      1 b\r\n");
@@ -197,7 +252,7 @@ TEST_F(JournalFile, TheEntriesBeyondTheCeilingAreToldAndSkipped)
     EXPECT_EQ(overflows, 2u);
 }
 
-TEST_F(JournalFile, AFieldIsReadFromItsPositionsWhateverStandsBetweenThem)
+TEST_F(JournalFile, FieldsAreReadByPositionWhateverSeparatesThem)
 {
     ParseJournalLine(L"2004/02.12x   100yroute");
     ParseJournalLine(L" 99 x 1x 2x     1y");
@@ -268,7 +323,7 @@ TEST_F(JournalFile, ADistanceOfTheOtherDecimalSeparatorIsNotRepaired)
     }
 }
 
-TEST_F(JournalFile, RoutesStandInTheUsersCodePageAndKeepTheirBlanks)
+TEST_F(JournalFile, RoutesAreInTheCodePageAndKeepTheirSpaces)
 {
     AddDay(2004, 1, 1, 1, L"  Göteborg - 'Å' \x2013 10 €  ");
     EXPECT_EQ(Written(), std::string(header) + "2004-01-01      1   G\xf6teborg - '\xc5' \x96 10 \x80  \r\n");
@@ -309,7 +364,7 @@ TEST_F(JournalFile, ASaveOverAReadOnlyFileFailsAndTheJournalStaysChanged)
     EXPECT_EQ(BytesOf(journalPath), std::string(header) + "2004-01-02      1 \r\n");
 }
 
-TEST_F(JournalFile, AFolderInThePlaceOfTheFileIsToldWithItsSecondMessage)
+TEST_F(JournalFile, AFolderInPlaceOfTheFileShowsTwoMessages)
 {
     CreateDirectoryW(file_.c_str(), nullptr);
     ReadJournalFile(file_);
@@ -319,7 +374,7 @@ TEST_F(JournalFile, AFolderInThePlaceOfTheFileIsToldWithItsSecondMessage)
     EXPECT_EQ(ErrorOf([this] { WriteJournalFile(file_); }), ErrorNumber::PathFileAccessError);
 }
 
-TEST_F(JournalFile, AFileThatAnotherProgramHoldsIsToldOnceAndReadingEnds)
+TEST_F(JournalFile, AFileThatAnotherProgramHasLockedShowsOneErrorAndEndsTheReading)
 {
     WriteBytes(file_, "2004-01-02      1 \r\n");
     const OwnedHandle held(CreateFileW(file_.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
@@ -329,18 +384,18 @@ TEST_F(JournalFile, AFileThatAnotherProgramHoldsIsToldOnceAndReadingEnds)
     EXPECT_EQ(ErrorOf([this] { WriteJournalFile(file_); }), ErrorNumber::PermissionDenied);
 }
 
-TEST_F(JournalFile, AFolderThatIsMissingIsToldAndReadingEnds)
+TEST_F(JournalFile, AMissingFolderShowsAnErrorAndEndsTheReading)
 {
     ReadJournalFile(folder_.File(L"missing\\journal.jrn"));
     EXPECT_THAT(boxes_.Texts(),
                 ElementsAre(L"errorPath not found", L"errorPath not found", L"errorBad file name or number"));
 }
 
-TEST_F(JournalFile, AFolderThatComesBackMeanwhileGetsAnEmptyFile)
+TEST_F(JournalFile, AFolderThatIsCreatedDuringTheMessageGetsAnEmptyFile)
 {
     static std::wstring comingBack;
     comingBack = folder_.File(L"back");
-    // The folder is there again once its absence is being told.
+    // The folder is created while the error is shown.
     const auto onWindow = [](int code, WPARAM wParam, LPARAM lParam) -> LRESULT {
         if (code == HCBT_CREATEWND) {
             CreateDirectoryW(comingBack.c_str(), nullptr);
@@ -356,7 +411,7 @@ TEST_F(JournalFile, AFolderThatComesBackMeanwhileGetsAnEmptyFile)
     EXPECT_EQ(BytesOf(comingBack + L"\\journal.jrn"), "");
 }
 
-TEST_F(JournalFile, AFileThatCannotBeCreatedEitherIsToldAndReadingEnds)
+TEST_F(JournalFile, AFileThatCannotBeCreatedShowsAnErrorAndEndsTheReading)
 {
     // No file can be made in the host's table of processes.
     ReadJournalFile(L"Z:\\proc\\journal.jrn");
@@ -394,7 +449,7 @@ TEST_F(JournalFile, AfterAnEmptySaveEveryOtherSaveOfTheRunFails)
     EXPECT_EQ(BytesOf(journalPath), header);
 }
 
-TEST_F(JournalFile, AfterAnEmptySaveARevertIsToldTheReasonAndTheSlotStaysTaken)
+TEST_F(JournalFile, AfterAnEmptySaveARevertShowsTheErrorsAndTheFileStaysOpen)
 {
     SaveJournal();
     AddDay(2004, 1, 2, 1, L"");
@@ -409,7 +464,7 @@ TEST_F(JournalFile, AfterAnEmptySaveARevertIsToldTheReasonAndTheSlotStaysTaken)
 TEST_F(JournalFile, DISABLED_Child_SavesAnEmptyJournalAndEnds)
 {
     SaveJournal();
-    // The process ends here, without the tidying up of the other tests.
+    // The process ends here, without the clean-up of the other tests.
     std::exit(0);
 }
 

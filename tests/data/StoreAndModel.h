@@ -15,7 +15,7 @@ struct Date {
     friend bool operator==(const Date&, const Date&) = default;
 };
 
-/// A second telling of the store's rules: a plain list, worked with the operations of lists.
+/// A second implementation of the rules of the store: a plain list.
 class JournalModel {
 public:
     void Add(Date date, double distance, const std::wstring& route);
@@ -27,13 +27,13 @@ public:
 
     std::vector<std::int16_t> Years() const;
     std::vector<std::int16_t> MonthsOf(std::int16_t year) const;
-    /// By day number; empty where an entry of the month has a day number that no month has.
+    /// By day number; empty if an entry of the month has a day number outside 0..31.
     std::vector<bool> TakenDays(std::int16_t year, std::int16_t month) const;
 
     const std::list<DayEntry>& Entries() const { return list_; }
     bool Changed() const { return changed_; }
     void ForgetChanges() { changed_ = false; }
-    /// The list as the store has it now.
+    /// Copies the list from the store.
     void TakeFromStore();
 
 private:

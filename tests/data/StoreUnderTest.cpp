@@ -1,7 +1,7 @@
 #include "tests/data/StoreUnderTest.h"
 
-#include "platform/Application.h"
-#include "platform/TextFile.h"
+#include "platform/system/Application.h"
+#include "platform/system/TextFile.h"
 
 #include <array>
 #include <cstdio>

@@ -1,4 +1,4 @@
-"""Drives the built program from outside, as a user does: looks at its windows, uses mouse and keyboard, reads its files.
+"""Drives the built program from another process: reads its windows, sends mouse and keyboard input, reads its files.
 
     class Saving(Story):
         journal = "two-days.jrn"
@@ -7,8 +7,8 @@
             self.main.button("Add...").click()
             dialog = self.program.dialog("...")
 
-A Story gets a clean machine, a folder with the program in it, and the program started. What a control shows is read anew
-each time. Actions return at once; `until` waits for what they bring about.
+A Story gets a clean machine, a folder with the program in it, and the program started. The content of a control is read
+from the window each time. Actions return at once; `until` waits for their effect.
 """
 import json
 import os
@@ -23,24 +23,24 @@ import unittest
 HERE = os.path.dirname(os.path.abspath(__file__))
 TESTS = os.path.dirname(HERE)
 PROJECT = os.path.dirname(TESTS)
-sys.path.insert(0, os.path.join(TESTS, "machine"))
-from machine import Machine, MachineError, end_politely_when_told, wait_until  # noqa: E402
+sys.path.insert(0, os.path.join(PROJECT, "tools", "machine"))
+from machine import Machine, MachineError, exit_on_signals, wait_until  # noqa: E402
 
 PROGRAM = os.environ.get("ODOMIRA_PROGRAM", os.path.join(PROJECT, "build", "release", "odomira.exe"))
 EYES = os.environ.get("ODOMIRA_EYES", os.path.join(PROJECT, "build", "debug", "tests", "e2e", "odomira_eyes.exe"))
 SAMPLES = os.path.join(TESTS, "samples")
 PICTURES = os.path.join(PROJECT, "build", "e2e")
 KEY = "Software\\Velmora\\Tav\\"
-PATIENCE = 20
+TIMEOUT = 20
 DOUBLE_CLICK = 0.6
 
 
 class Gone(Exception):
-    """A window or control that is not, or no longer, there."""
+    """A window or control that does not exist, or no longer exists."""
 
 
 class Eyes:
-    """The conversation with odomira_eyes.exe, which sees the windows from inside Windows."""
+    """Sends requests to odomira_eyes.exe, which reads the windows inside Windows."""
 
     def __init__(self, machine):
         self.process = machine.start([EYES], stdin=subprocess.PIPE, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
@@ -64,12 +64,12 @@ class Eyes:
 
     def close(self):
         self.process.stdin.close()
-        self.process.wait(PATIENCE)
+        self.process.wait(TIMEOUT)
         self.process.stdout.close()
 
 
-def until(condition, what, seconds=PATIENCE):
-    """The first true value of condition(). What is gone while windows come and go counts as not yet."""
+def until(condition, what, seconds=TIMEOUT):
+    """Returns the first true value of condition(). A window that is closed meanwhile counts as false."""
     def tried():
         try:
             return condition()
@@ -82,7 +82,7 @@ def until(condition, what, seconds=PATIENCE):
 
 
 class Control:
-    """A window or a control in one. Everything asked of it is asked of the screen."""
+    """A window or control. Its properties are read from the window each time."""
 
     def __init__(self, program, handle):
         self.program, self.handle = program, handle
@@ -105,7 +105,7 @@ class Control:
 
     @property
     def selection(self):
-        """First and last position of the chosen part of an edit."""
+        """First and last position of the selection in an edit."""
         both = self.program.eyes.ask("number", self.handle, "selection")
         return both & 0xFFFF, both >> 16
 
@@ -121,18 +121,18 @@ class Control:
             return False
 
     def click(self, x=None, y=None, count=1):
-        """With the left button, in the middle or at a point given from the top left corner."""
+        """Clicks with the left button in the middle, or at a point relative to the top left corner."""
         left, top, right, bottom = self.rect
         self.program.click((left + right) // 2 if x is None else left + x, (top + bottom) // 2 if y is None else top + y,
                            count)
 
     def click_line(self, index, count=1):
-        """A line of a list box; scrolled into view with the keyboard by whoever needs that."""
+        """Clicks a line of a list box. The line must be visible."""
         left, top, right, bottom = self.program.eyes.ask("line-box", self.handle, index)
         self.program.click((left + right) // 2, (top + bottom) // 2, count)
 
     def click_node(self, *path):
-        """A node of a tree by its texts from the root: ("2004", "March")."""
+        """Clicks a node of a tree, given by its texts from the root: ("2004", "March")."""
         def found():
             trail = []
             for node in self.nodes:
@@ -152,15 +152,15 @@ class Control:
         return None
 
     def type(self, text):
-        """Replaces what an edit holds, with the keyboard."""
+        """Replaces the text of an edit, with the keyboard."""
         self.click()
         until(lambda: self.focused, "focus on the edit")
         self.program.keys("Home", "shift+End")
         self.program.write(text)
-        until(lambda: self.text == text, f"'{text}' in the edit, which has '{self.text}'")
+        until(lambda: self.text == text, f"'{text}' in the edit, which contains '{self.text}'")
 
     def choose(self, text):
-        """A line of a combo box, with the keyboard, as a user does who tabs to it."""
+        """Selects a line of a combo box: tabs to it and presses arrow keys."""
         self.program.focus(self)
         wanted = self.lines.index(text)
         while self.index != wanted:
@@ -192,15 +192,15 @@ class Window(Control):
         return [one.text for one in self.controls(cls)]
 
     def resize(self, width, height):
-        """As far as the window manager goes; the program may have its own mind."""
+        """Asks the X11 window manager; the program may correct the size."""
         self.program.x("windowsize", self.program.x("getactivewindow"), width, height)
 
     def close(self):
-        """Alt+F4 at the active window."""
+        """Presses Alt+F4 in the active window."""
         self.program.keys("alt+F4")
 
     def wait_gone(self):
-        until(lambda: not self.exists, "end of the window")
+        until(lambda: not self.exists, "closed window")
 
 
 class MessageBox(Window):
@@ -227,7 +227,7 @@ class MessageBox(Window):
 
 
 class Program:
-    """The program, installed in a folder of the machine; started and looked at from here."""
+    """The program, copied to a folder of the machine: its processes, files and windows."""
 
     folder = "C:\\Odomira"
 
@@ -245,23 +245,23 @@ class Program:
         return os.path.join(self.machine.path(self.folder), name)
 
     def start(self):
-        """A process of the program; the first window may take a moment."""
+        """Starts the program and returns its process, without waiting for a window."""
         process = self.machine.start([self.folder + "\\" + self.name])
         self.processes.append(process)
         return process
 
-    def wait_end(self, seconds=PATIENCE):
-        """The exit code of the process started last."""
+    def wait_end(self, seconds=TIMEOUT):
+        """Waits for the end of the process that was started last, and returns its exit code."""
         until(lambda: self.processes[-1].poll() is not None, "end of the program", seconds)
         return self.processes[-1].returncode
 
     def close(self):
-        """After the machine: its end is the end of what runs on it."""
+        """Waits for the processes. Call it after the machine is closed, which ends them."""
         self.eyes.close()
         for process in self.processes:
-            process.wait(PATIENCE)
+            process.wait(TIMEOUT)
 
-    # ---- what the program has written ----
+    # ---- files and settings ----
 
     @property
     def journal(self):
@@ -311,7 +311,7 @@ class Program:
         return [MessageBox(self, one["handle"]) for one in self.eyes.ask("windows", self.name) if one["message"]]
 
     def message_box(self):
-        """The topmost message box; waits for it, until it has its buttons and the keyboard."""
+        """Waits until the topmost message box has its buttons and is active, and returns it."""
         def found():
             boxes = self.message_boxes()
             ready = boxes and boxes[0].buttons and self.eyes.ask("focus")["window"] == boxes[0].handle
@@ -324,7 +324,7 @@ class Program:
         return self.machine.display.xdotool(*words)
 
     def click(self, x, y, count=1):
-        """Two clicks on one spot mean a double click only when they are meant so."""
+        """Waits before a second click at the same point, so that only count=2 is a double-click."""
         spot, when = self.last_click
         if spot == (x, y):
             time.sleep(max(0.0, DOUBLE_CLICK - (time.monotonic() - when)))
@@ -332,14 +332,14 @@ class Program:
         self.last_click = ((x, y), time.monotonic())
 
     def keys(self, *names):
-        """Keys by their X names, one after the other: keys("Home", "shift+End")."""
+        """Presses keys, given by their X names, one after the other: keys("Home", "shift+End")."""
         self.x("key", "--delay", 15, *names)
 
     def write(self, text):
         self.x("type", "--delay", 15, "--", text)
 
     def focus(self, control):
-        """Tabs until the control has the keyboard."""
+        """Presses Tab until the control has the focus."""
         for _ in range(40):
             if control.focused:
                 return
@@ -349,8 +349,8 @@ class Program:
         raise AssertionError("Tab does not reach the control")
 
     def menu(self, column, *rows):
-        """Chooses from the menu bar of the active window: the position of the menu, of the item without separators, and of the
-        item in its sub menu if it has one. All counted from 0. The mouse opens the bar, the keyboard goes on."""
+        """Chooses an item from the menu bar of the active window by the positions of the menu, the item and the item in
+        its submenu. Positions start at 0, without separators. The mouse opens the first menu; keys do the rest."""
         window = Window(self, self.eyes.ask("focus")["window"])
         left, top, _, _ = window.client
         self.click(left + 12, top - 9 * self.machine.dpi // 96)
@@ -367,21 +367,21 @@ class Program:
         self.keys("Return")
 
     def _open_menus(self, count):
-        """Where the menus are that drop down, once there are so many."""
+        """Waits until count menus are open, and returns their rectangles."""
         def found():
             menus = [one["rect"] for one in self.eyes.ask("windows", self.name) if one["cls"] == "#32768"]
             return menus if len(menus) == count else None
         return until(found, f"{count} open menus")
 
 
-# Where the menu items are: menu(*SAVE).
+# Positions of the menu items: menu(*SAVE).
 REVERT, SAVE, PRINT, EXIT = (0, 0), (0, 1), (0, 2), (0, 3)
 SETTINGS, USERINFO = (1, 0), (1, 1)
 PRODUCT_PAGE, MAKER_PAGE, ABOUT = (2, 0, 0), (2, 0, 1), (2, 1)
 
 
 class Story(unittest.TestCase):
-    """One thing that a user does with the program. A class chooses the machine and what the program finds on it."""
+    """A test of the running program. A class chooses the machine, and the journal and settings on it."""
 
     locale = "en_US.UTF-8"
     dpi = 96
@@ -391,14 +391,14 @@ class Story(unittest.TestCase):
 
     @classmethod
     def setUpClass(cls):
-        end_politely_when_told()
+        exit_on_signals()
 
     def setUp(self):
         self.machine = Machine(self.locale, self.dpi, self.printer)
         self.addCleanup(self.machine.close)
         self.program = Program(self.machine)
         self.addCleanup(self._end)
-        self.addCleanup(self._picture_of_a_failure)
+        self.addCleanup(self._save_picture_of_failure)
         if isinstance(self.journal, bytes):
             self.program.journal = self.journal
         elif self.journal:
@@ -416,14 +416,14 @@ class Story(unittest.TestCase):
     waits_for_main_window = True
 
     def prepare(self):
-        """What else has to be there before the program starts."""
+        """Called before the program starts."""
 
-    def _picture_of_a_failure(self):
+    def _save_picture_of_failure(self):
         result = self._outcome.result
         if any(test is self for test, _ in result.failures + result.errors):
             path = os.path.join(PICTURES, self.id() + ".png")
             self.machine.display.picture(path)
-            print(f"The screen is in {path}", file=sys.stderr)
+            print(f"A picture of the screen is in {path}", file=sys.stderr)
 
     def until(self, condition, what):
         return until(condition, what)
@@ -439,10 +439,10 @@ class Story(unittest.TestCase):
         return self.main.control("SysTreeView32")
 
     def expect_days(self, *lines):
-        self.until(lambda: self.days.lines == list(lines), f"list of {lines}, it has {self.days.lines}")
+        self.until(lambda: self.days.lines == list(lines), f"list of {lines}, which contains {self.days.lines}")
 
     def fill_day(self, dialog, day=None, distance=None, route=None):
-        """Fills the add or edit dialog; OK is left to the story."""
+        """Fills the add or edit dialog. Does not press OK."""
         if day is not None:
             dialog.control("ComboBox", nth=1).choose(day)
         if distance is not None:
@@ -452,7 +452,7 @@ class Story(unittest.TestCase):
 
     def delete_line(self, index):
         self.days.click_line(index)
-        self.until(lambda: self.main.button("Delete").enabled, "Delete to be possible")
+        self.until(lambda: self.main.button("Delete").enabled, "enabled Delete button")
         self.main.button("Delete").click()
         return self.program.message_box()
 

@@ -1,7 +1,7 @@
-// What a user sees, told to a test outside of Windows: a console program that runs beside the program under test, reads
-// one request a line (words separated by tabs, UTF-8) and answers each with one line of JSON. It looks and never acts;
-// mouse and keyboard belong to the test. Only the registry is also written, so that a story can begin with settings of
-// its own.
+// Reports the windows of the program under test to a test that runs outside Windows. This console program reads one
+// request a line (words separated by tabs, UTF-8) and answers each with one line of JSON. It sends no input to the
+// windows: the test does that with mouse and keyboard. It can write registry values, so that a test can prepare the
+// settings.
 #include <windows.h>
 
 #include <commctrl.h>
@@ -20,7 +20,7 @@ namespace {
 
 using Words = std::vector<std::string>;
 
-constexpr UINT patience = 3000; // milliseconds that a window may take to answer
+constexpr UINT timeout = 3000; // milliseconds for a window to answer
 
 // ---- JSON and text
 // ---------------------------------------------------------------------------------------------------
@@ -99,7 +99,7 @@ std::string Json(const RECT& box)
 LRESULT Ask(HWND window, UINT message, WPARAM first = 0, LPARAM second = 0)
 {
     DWORD_PTR answer = 0;
-    if (SendMessageTimeoutW(window, message, first, second, SMTO_ABORTIFHUNG, patience, &answer) == 0) {
+    if (SendMessageTimeoutW(window, message, first, second, SMTO_ABORTIFHUNG, timeout, &answer) == 0) {
         throw std::runtime_error("the window does not answer");
     }
     return static_cast<LRESULT>(answer);
@@ -138,10 +138,9 @@ std::wstring ProgramOf(HWND window)
     return std::wstring(whole.substr(whole.rfind(L'\\') + 1));
 }
 
-/// Dialogs and message boxes have the same class; only the latter carry their text in a control of this number.
+/// Dialogs and message boxes have the same class. Only message boxes have their text in a control with this ID.
 constexpr int messageText = 0xFFFF;
 
-/// A window that goes away while it is looked at is left out, as it is from the screen.
 std::string Described(HWND window)
 {
     RECT frame{};
@@ -165,6 +164,7 @@ BOOL CALLBACK Collect(HWND window, LPARAM list)
     return TRUE;
 }
 
+/// Leaves out windows that are destroyed meanwhile.
 std::string DescribeAll(const std::vector<HWND>& windows)
 {
     Words found;
@@ -196,7 +196,7 @@ HWND WindowNamed(const std::string& number)
 {
     HWND window = reinterpret_cast<HWND>(static_cast<std::uintptr_t>(std::stoull(number)));
     if (IsWindow(window) == 0) {
-        throw std::runtime_error("the window is gone");
+        throw std::runtime_error("the window does not exist");
     }
     return window;
 }
@@ -207,7 +207,7 @@ std::string OneWindow(const Words& words)
     return Described(WindowNamed(words.at(1)));
 }
 
-/// controls HANDLE: everything inside a window, in the order of creation, hidden things too.
+/// controls HANDLE: all child windows, including hidden ones, in the order of creation.
 std::string Controls(const Words& words)
 {
     std::vector<HWND> all;
@@ -215,7 +215,7 @@ std::string Controls(const Words& words)
     return DescribeAll(all);
 }
 
-/// focus: the foreground window and the control in it that has the keyboard.
+/// focus: the foreground window and the control in it that has the focus.
 std::string Focus(const Words& /*words*/)
 {
     HWND front = GetForegroundWindow();
@@ -243,7 +243,7 @@ ListMessages MessagesFor(HWND list)
     return {LB_GETCOUNT, LB_GETCURSEL, LB_GETTEXTLEN, LB_GETTEXT};
 }
 
-/// lines HANDLE: the lines of a list box or combo box and the chosen one, counted from 0, or -1.
+/// lines HANDLE: the lines of a list box or combo box and the index of the selected one, or -1.
 std::string Lines(const Words& words)
 {
     HWND list = WindowNamed(words.at(1));
@@ -261,7 +261,7 @@ std::string Lines(const Words& words)
                   '{', '}');
 }
 
-/// line-box HANDLE INDEX: where a line of a list box is on the screen.
+/// line-box HANDLE INDEX: the rectangle of a line of a list box, in screen coordinates.
 std::string LineBox(const Words& words)
 {
     HWND list = WindowNamed(words.at(1));
@@ -271,7 +271,7 @@ std::string LineBox(const Words& words)
     return Json(box);
 }
 
-/// number HANDLE NAME: what a control says about itself in one number.
+/// number HANDLE NAME: one number of the state of a control.
 std::string Number(const Words& words)
 {
     static const std::map<std::string, UINT> questions{
@@ -279,17 +279,17 @@ std::string Number(const Words& words)
     return std::to_string(Ask(WindowNamed(words.at(1)), questions.at(words.at(2))));
 }
 
-/// Memory in the process of a window. A tree takes pointers, and they count in its own process only.
-class Neighbour {
+/// Memory in the process of a window. The pointers in messages to a tree must point into its own process.
+class RemoteMemory {
 public:
-    Neighbour(HWND window, std::size_t size)
+    RemoteMemory(HWND window, std::size_t size)
         : process_(OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_READ | PROCESS_VM_WRITE, FALSE, ProcessOf(window))),
           memory_(VirtualAllocEx(process_, nullptr, size, MEM_COMMIT, PAGE_READWRITE))
     {
     }
-    Neighbour(const Neighbour&) = delete;
-    Neighbour& operator=(const Neighbour&) = delete;
-    ~Neighbour()
+    RemoteMemory(const RemoteMemory&) = delete;
+    RemoteMemory& operator=(const RemoteMemory&) = delete;
+    ~RemoteMemory()
     {
         VirtualFreeEx(process_, memory_, 0, MEM_RELEASE);
         CloseHandle(process_);
@@ -319,7 +319,7 @@ private:
 constexpr std::size_t nodeTextLength = 260;
 using NodeText = std::array<wchar_t, nodeTextLength>;
 
-std::string DescribedNode(HWND tree, LRESULT node, int level, const Neighbour& there)
+std::string DescribedNode(HWND tree, LRESULT node, int level, const RemoteMemory& there)
 {
     TVITEMW item{};
     item.mask = TVIF_TEXT | TVIF_STATE | TVIF_HANDLE;
@@ -333,7 +333,7 @@ std::string DescribedNode(HWND tree, LRESULT node, int level, const Neighbour& t
     there.Read(0, &item, sizeof(item));
     there.Read(sizeof(item), text.data(), sizeof(text));
 
-    // The question and the answer share the place: first the node, then its rectangle.
+    // TVM_GETITEMRECT reads the node from the buffer into which it writes the rectangle.
     RECT box{};
     there.Write(0, &node, sizeof(node));
     const bool shown = Ask(tree, TVM_GETITEMRECT, TRUE, reinterpret_cast<LPARAM>(there.At(0))) != 0;
@@ -351,7 +351,7 @@ std::string DescribedNode(HWND tree, LRESULT node, int level, const Neighbour& t
 std::string Nodes(const Words& words)
 {
     HWND tree = WindowNamed(words.at(1));
-    const Neighbour there(tree, sizeof(TVITEMW) + sizeof(NodeText));
+    const RemoteMemory there(tree, sizeof(TVITEMW) + sizeof(NodeText));
     Words nodes;
     for (LRESULT root = Ask(tree, TVM_GETNEXTITEM, TVGN_ROOT); root != 0;
          root = Ask(tree, TVM_GETNEXTITEM, TVGN_NEXT, root)) {
@@ -377,7 +377,7 @@ std::string ReadValue(const Words& words)
     return status == ERROR_SUCCESS ? Quoted(text.data()) : "null";
 }
 
-/// settings-write SECTION NAME TEXT: the same, written.
+/// settings-write SECTION NAME TEXT: writes a value under HKEY_LOCAL_MACHINE; true if that succeeds.
 std::string WriteValue(const Words& words)
 {
     const std::wstring text = words.size() > 3 ? Wide(words.at(3)) : std::wstring();
@@ -387,7 +387,7 @@ std::string WriteValue(const Words& words)
     return status == ERROR_SUCCESS ? "true" : "false";
 }
 
-// ---- The conversation
+// ---- Requests
 // ------------------------------------------------------------------------------------------------
 
 Words Split(const std::string& line)

@@ -1,4 +1,4 @@
-"""The days of the journal: added, edited, deleted, saved and taken back."""
+"""Adding, editing, deleting, saving and reverting days of the journal."""
 from driver import REVERT, SAVE, Story
 
 
@@ -11,7 +11,7 @@ class Adding(Story):
 
     def test_a_day_and_saving_writes_it_above_the_older_ones(self):
         dialog = self.open()
-        self.assertNotIn("3", dialog.control("ComboBox", nth=1).lines, "that day is taken")
+        self.assertNotIn("3", dialog.control("ComboBox", nth=1).lines, "that day has an entry")
         self.fill_day(dialog, "5", "12.5", "Depot; O'Brien's site")
         dialog.button("OK").click()
         dialog.wait_gone()
@@ -26,7 +26,7 @@ class Adding(Story):
         self.main.close()
         self.assertEqual(self.program.wait_end(), 0)
 
-    def test_without_a_day_asks_for_one(self):
+    def test_without_a_day_shows_a_message_and_moves_the_focus_to_the_days(self):
         dialog = self.open()
         dialog.button("OK").click()
         box = self.program.message_box()
@@ -34,7 +34,7 @@ class Adding(Story):
         box.answer("OK")
         self.until(lambda: dialog.control("ComboBox", nth=1).focused, "focus on the day")
 
-    def test_a_distance_that_is_none_is_marked_to_be_typed_again(self):
+    def test_an_invalid_distance_shows_a_message_and_is_selected(self):
         dialog = self.open()
         self.fill_day(dialog, "5", "abc")
         for typed, message in (("abc", "Only integers and decimal numbers."), ("-5", "Number of km must be positive."),
@@ -46,7 +46,7 @@ class Adding(Story):
             box = self.program.message_box()
             self.assertEqual(box.message.replace("\r\n", "\n"), message.replace("\r\n", "\n"))
             box.answer("OK")
-            self.until(lambda: distance.focused and distance.selection == (0, len(typed)), f"'{typed}' marked")
+            self.until(lambda: distance.focused and distance.selection == (0, len(typed)), f"selected '{typed}'")
         dialog.button("Cancel").click()
         dialog.wait_gone()
         self.expect_days("2004-11-03    100 ")
@@ -55,7 +55,7 @@ class Adding(Story):
 class Editing(Story):
     journal = "two-days.jrn"
 
-    def test_with_a_double_click_changes_the_day_in_place(self):
+    def test_by_double_click_changes_the_day(self):
         self.days.click_line(0, 2)
         dialog = self.program.dialog("Edit")
         self.assertEqual(dialog.control("Edit", nth=1).text, "100")
@@ -67,7 +67,7 @@ class Editing(Story):
         wanted = self.saved("2004-11-03    0.5 Bank", "2004-02-12   12.5 Office - customer visit")
         self.until(lambda: self.program.journal == wanted, "the saved journal")
 
-    def test_moves_the_day_to_another_month_which_is_shown_then(self):
+    def test_moves_the_day_to_another_month_and_shows_that_month(self):
         self.days.click_line(0, 2)
         dialog = self.program.dialog("Edit")
         dialog.control("ComboBox").choose("December")
@@ -85,7 +85,7 @@ class Editing(Story):
 class Deleting(Story):
     journal = "two-days.jrn"
 
-    def test_asks_first_and_no_is_what_enter_means(self):
+    def test_asks_for_confirmation_with_no_as_the_default_button(self):
         box = self.delete_line(0)
         self.assertEqual(box.message, "Do you want to delete selected day?")
         self.assertEqual((box.buttons, box.default), (["Yes", "No"], "No"))
@@ -93,7 +93,7 @@ class Deleting(Story):
         box.wait_gone()
         self.expect_days("2004-11-03    100 ")
 
-    def test_the_only_day_of_a_month_takes_the_month_away(self):
+    def test_the_only_day_of_a_month_removes_the_month_from_the_tree(self):
         self.delete_line(0).answer("Yes")
         self.expect_days()
         self.until(lambda: [node["text"] for node in self.tree.nodes] == ["2004", "February"], "tree without November")
@@ -108,7 +108,7 @@ class Deleting(Story):
 class DeletingEverything(Story):
     journal = b"2004-11-03    100 \r\n"
 
-    def test_and_saving_leaves_only_the_header_in_a_file_that_stays_in_use(self):
+    def test_and_saving_writes_only_the_header_and_leaves_the_file_open(self):
         self.delete_line(0).answer("Yes")
         self.expect_days()
         self.program.menu(*SAVE)
@@ -122,14 +122,14 @@ class DeletingEverything(Story):
         box = self.program.message_box()
         self.assertEqual(box.message.split(), ["Run-time", "error", "'55':", "File", "already", "open"])
         box.answer("OK")
-        self.assertEqual(len(self.days.lines), 1, "the day that was entered is still there")
+        self.assertEqual(len(self.days.lines), 1, "the added day is still listed")
         self.assertEqual(self.program.journal, self.saved())
 
 
 class Reverting(Story):
     journal = "two-days.jrn"
 
-    def test_brings_back_what_was_saved(self):
+    def test_restores_the_saved_journal(self):
         self.delete_line(0).answer("Yes")
         self.expect_days()
         self.program.menu(*REVERT)

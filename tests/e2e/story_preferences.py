@@ -1,11 +1,11 @@
-"""What is kept in the registry: unit and language, and who the employee is."""
+"""The settings in the registry: unit, language and employee."""
 from driver import SETTINGS, USERINFO, Story
 
 
 class Preferences(Story):
     journal = "two-days.jrn"
 
-    def test_unit_and_language_show_at_once_and_are_kept(self):
+    def test_unit_and_language_are_applied_at_once_and_stored(self):
         self.program.menu(*SETTINGS)
         dialog = self.program.dialog("Settings")
         dialog.button("miles").click()
@@ -13,16 +13,16 @@ class Preferences(Story):
         dialog.button("miles").click()
         self.program.keys("ctrl+Tab")
         dialog.button("Swedish (Svenska)").click()
-        self.until(lambda: dialog.button("Swedish (Svenska)").checked, "Swedish to be chosen")
+        self.until(lambda: dialog.button("Swedish (Svenska)").checked, "selected Swedish")
         dialog.button("OK").click()
         dialog.wait_gone()
         self.until(lambda: "Färdväg" in self.main.texts(), "headings in Swedish")
         self.assertIn("mil", self.main.texts())
-        self.assertIn("Total: 100 mil", self.main.texts(), "the total keeps its word until the next month is shown")
+        self.assertIn("Total: 100 mil", self.main.texts(), "the total keeps its language until another month is shown")
         self.assertEqual(self.program.setting("Settings", "Language"), "100")
         self.assertEqual(self.program.setting("Settings", "Langdenhet"), "mil")
 
-    def test_cancel_keeps_everything(self):
+    def test_cancel_changes_no_setting(self):
         self.program.menu(*SETTINGS)
         dialog = self.program.dialog("Settings")
         dialog.button("miles").click()
@@ -31,7 +31,7 @@ class Preferences(Story):
         self.assertIn("km", self.main.texts())
         self.assertIsNone(self.program.setting("Settings", "Langdenhet"))
 
-    def test_the_employee_is_remembered_by_the_next_start(self):
+    def test_the_next_start_shows_the_stored_employee(self):
         self.program.menu(*USERINFO)
         dialog = self.program.dialog("Employee information")
         for nth, text in enumerate(("Brenholt AB", "Åsa", "Öberg")):

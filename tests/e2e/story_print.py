@@ -1,4 +1,4 @@
-"""The journal on paper: a month's interval, printed through the system's printer dialog."""
+"""Printing the journal through the printer dialog of the system."""
 import datetime
 import glob
 import os
@@ -24,7 +24,7 @@ class Printing(Story):
     def words(job):
         return subprocess.run(["pdftotext", "-layout", job, "-"], capture_output=True, text=True, check=True).stdout
 
-    def test_prints_as_many_copies_as_the_user_wants(self):
+    def test_prints_the_number_of_copies_of_the_printer_dialog(self):
         dialog = self.open()
         dialog.control("Edit", nth=2).type("Drives of the month")
         dialog.controls("Button", "")[1].click()
@@ -42,22 +42,22 @@ class Printing(Story):
         self.assertEqual(self.program.setting("Print", "Heading"), "Drives of the month")
         self.assertEqual(self.program.setting("Print", "UseDefaultHeading"), "False")
 
-    def test_cancelling_the_printer_prints_nothing_and_keeps_the_interval(self):
+    def test_cancelling_the_printer_dialog_prints_nothing_and_keeps_the_interval_dialog_open(self):
         dialog = self.open()
         dialog.button("Print...").click()
         self.program.dialog("Print").button("Cancel").click()
-        self.until(lambda: dialog.enabled, "interval dialog to be usable again")
+        self.until(lambda: dialog.enabled, "enabled interval dialog")
         dialog.button("Cancel").click()
         dialog.wait_gone()
         self.assertEqual(self.jobs(), [])
 
-    def test_speaks_the_language_and_unit_that_were_chosen_with_a_month_on_show(self):
+    def test_uses_the_language_and_unit_that_were_chosen_while_a_month_is_shown(self):
         self.program.menu(*SETTINGS)
         dialog = self.program.dialog("Settings")
         dialog.button("miles").click()
         self.program.keys("ctrl+Tab")
         dialog.button("Swedish (Svenska)").click()
-        self.until(lambda: dialog.button("Swedish (Svenska)").checked, "Swedish to be chosen")
+        self.until(lambda: dialog.button("Swedish (Svenska)").checked, "selected Swedish")
         dialog.button("OK").click()
         dialog.wait_gone()
         self.program.menu(*PRINT)

@@ -1,4 +1,4 @@
-"""The program starts: with a journal, with none, with a damaged one, and a second time."""
+"""Starting the program: with a journal, without one, with a damaged one, and a second time."""
 import os
 import shutil
 from decimal import ROUND_HALF_UP, Decimal
@@ -9,7 +9,7 @@ from driver import Story
 class AJournalOfThreeYears(Story):
     journal = "three-years-en.jrn"
 
-    def test_opens_at_its_newest_month(self):
+    def test_opens_with_its_newest_month(self):
         self.assertEqual(self.main.text, "Odomira")
         years = [node["text"] for node in self.tree.nodes if node["level"] == 0]
         self.assertEqual(years, ["2004", "2003", "2002"])
@@ -33,7 +33,7 @@ class AJournalOfThreeYears(Story):
 
 
 class NoJournal(Story):
-    def test_is_an_empty_window_and_an_empty_file(self):
+    def test_shows_an_empty_window_and_creates_an_empty_file(self):
         self.assertEqual(self.tree.nodes, [])
         self.expect_days()
         self.assertEqual(self.program.journal, b"")
@@ -43,8 +43,8 @@ class ADamagedJournal(Story):
     journal = "damaged.jrn"
     waits_for_main_window = False
 
-    def test_is_read_as_far_as_it_goes_and_left_alone(self):
-        for _ in range(4):  # an empty line, two that are no numbers, one that ends after the date
+    def test_shows_an_error_for_each_bad_line_and_is_not_changed(self):
+        for _ in range(4):  # an empty line, two lines without numbers, one that ends after the date
             box = self.program.message_box()
             self.assertEqual((box.text, box.message, box.buttons), ("Odomira", "errorType mismatch", ["OK"]))
             box.answer("OK")
@@ -61,12 +61,12 @@ class ADamagedJournal(Story):
 class TheSecondStart(Story):
     journal = "two-days.jrn"
 
-    def test_ends_at_once_and_silently(self):
+    def test_exits_at_once_without_a_window(self):
         self.program.start()
         self.assertEqual(self.program.wait_end(), 0)
         self.assertEqual(len(self.program.windows()), 1)
 
-    def test_from_another_folder_is_another_program(self):
+    def test_from_another_folder_opens_another_window_and_journal(self):
         other = self.machine.path("C:\\Other")
         os.mkdir(other)
         shutil.copy(self.program.path("odomira.exe"), other)

@@ -1,4 +1,4 @@
-"""A driver in Sweden: the program's own texts in Swedish, and the system's decimal comma and month names."""
+"""Swedish texts of the program, with the decimal comma and the month names of the system."""
 from driver import SAVE, Story
 
 
@@ -7,7 +7,7 @@ class InSwedish(Story):
     journal = b"2004-11-03  100,5 Kontoret\r\n"
     settings = {("Settings", "Language"): "100", ("Settings", "Langdenhet"): "mil"}
 
-    def test_a_day_with_a_comma_and_letters_of_the_country_is_saved(self):
+    def test_a_day_with_a_decimal_comma_and_swedish_letters_is_saved(self):
         self.assertEqual(self.tree.selected_node(), ("2004", "november"))
         for text in ("Datum", "mil", "Färdväg", "Totalt: 101 mil"):
             self.assertIn(text, self.main.texts())
@@ -22,7 +22,7 @@ class InSwedish(Story):
         wanted = self.saved("2004-11-30   12,5 Åre - Östersund", "2004-11-03  100,5 Kontoret")
         self.until(lambda: self.program.journal == wanted, "the saved journal")
 
-    def test_a_point_is_no_decimal_separator(self):
+    def test_a_decimal_point_is_refused(self):
         self.main.button("Lägg till...").click()
         dialog = self.program.dialog("Lägg till")
         self.fill_day(dialog, "30", "12.5")

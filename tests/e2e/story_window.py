@@ -1,4 +1,4 @@
-"""The size of the main window and what is in it."""
+"""The size of the main window and the positions of its controls."""
 from driver import Story
 
 TWIPS = 1440
@@ -14,21 +14,21 @@ class TheWindow(Story):
     def places(self):
         return [one.rect for one in self.main.controls()]
 
-    def test_does_not_stay_smaller_than_it_can_be_used(self):
+    def test_returns_to_its_smallest_size(self):
         smallest = [round(5700 * self.dpi / TWIPS), round(4000 * self.dpi / TWIPS)]
 
         def is_smallest():
             return all(abs(a - b) <= 1 for a, b in zip(self.size(), smallest))
         self.until(lambda: self.main.resize(300, 200) or is_smallest(), f"size of {smallest}")
-        # What the user sees of it, the frame, follows.
+        # The frame on the X11 display follows.
         left, _, right, _ = self.main.client
-        self.until(lambda: self.frame_width() == right - left and is_smallest(), "frame as wide as what is in it")
+        self.until(lambda: self.frame_width() == right - left and is_smallest(), "frame as wide as its client area")
 
     def frame_width(self):
         answer = self.program.x("getwindowgeometry", "--shell", self.program.x("getactivewindow"))
         return int(dict(line.split("=") for line in answer.splitlines())["WIDTH"])
 
-    def test_gives_the_list_what_it_grows_by(self):
+    def test_enlarges_the_list_when_it_is_enlarged(self):
         width, height = self.size()
         before = self.days.rect
         left = before[0] - self.main.rect[0]
@@ -39,14 +39,14 @@ class TheWindow(Story):
         self.assertAlmostEqual((after[2] - after[0]) - (before[2] - before[0]), grown[0], delta=1)
         self.assertAlmostEqual((after[3] - after[1]) - (before[3] - before[1]), grown[1], delta=1)
 
-    def test_comes_back_from_the_task_bar_as_it_went(self):
+    def test_keeps_its_layout_when_it_is_minimised_and_restored(self):
         before = self.places()
         window = self.program.x("getactivewindow")
         self.program.x("windowminimize", window)
         self.until(lambda: self.main.minimised, "minimised window")
         self.program.x("windowmap", window)
         self.until(lambda: not self.main.minimised, "restored window")
-        self.until(lambda: self.places() == before, "everything in its place")
+        self.until(lambda: self.places() == before, "unchanged layout")
 
 
 class TheWindowOnALargeScreen(TheWindow):

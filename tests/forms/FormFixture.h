@@ -11,7 +11,7 @@
 
 #include <windows.h>
 
-/// A main window that does nothing, for dialogs that need one to belong to.
+/// A main window without function, as the owner of dialogs.
 class PlainMainForm : public Form {
 public:
     const FormLayout& Layout() const override
@@ -24,7 +24,7 @@ protected:
     void Wire() override {}
 };
 
-/// A program in English that counts kilometres, with a main window and nothing stored yet.
+/// A program in English with kilometres and a main window, without stored settings.
 class FormFixture : public testing::Test {
 protected:
     void SetUp() override
@@ -32,12 +32,12 @@ protected:
         ForgetStored();
         Module1::distanceUnit = L"km";
         Module1::languageOffset = 0;
-        The<PlainMainForm>()->Show();
+        Instance<PlainMainForm>()->Show();
     }
 
     void TearDown() override
     {
-        UnloadThe<PlainMainForm>();
+        UnloadInstance<PlainMainForm>();
         ForgetStored();
     }
 
@@ -53,7 +53,7 @@ protected:
         return exists;
     }
 
-    /// The text of a value of the type text; nothing when there is none.
+    /// The text of a REG_SZ value; no value if it does not exist.
     static std::optional<std::wstring> Stored(const std::wstring& section, const std::wstring& name)
     {
         std::wstring text(1000, L'\0');
@@ -71,8 +71,8 @@ protected:
         registerModule::SaveRegistryValue(section, name, text);
     }
 
-    /// From now on the program can create no key, so that whatever it wants to store is lost: its key is one that goes
-    /// with the session, and only such keys may stand under it.
+    /// Makes every write of a setting fail: the key of the program becomes volatile, and a volatile key accepts
+    /// volatile subkeys only.
     static void RefuseToStore()
     {
         HKEY key = nullptr;
@@ -81,7 +81,7 @@ protected:
         RegCloseKey(key);
     }
 
-    /// Shows a form modally, lets the user act in it, and closes it if he has not done so.
+    /// Shows a form modally, calls the user's actions, and closes the form if they have not.
     template <class F>
     static void WhileOpen(const std::function<void(F&)>& script)
     {
@@ -91,7 +91,7 @@ protected:
             script(form);
             form.Unload();
         });
-        The<F>()->ShowModal();
+        Instance<F>()->ShowModal();
     }
 
     static bool HasFocus(const Control& control) { return GetFocus() == control.Handle(); }
@@ -107,6 +107,6 @@ protected:
         AwaitClosed(form);
     }
 
-    /// How many windows the user sees beside the main window.
+    /// The number of visible windows besides the main window.
     static std::size_t OpenDialogs() { return Form::OpenForms().size() - 1; }
 };

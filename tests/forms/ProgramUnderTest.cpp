@@ -2,10 +2,11 @@
 
 #include "app/Module1.h"
 #include "data/DataInterface.h"
-#include "platform/Application.h"
-#include "platform/Clock.h"
-#include "platform/RuntimeError.h"
-#include "platform/TextFile.h"
+#include "forms/entry/frmAdd.h"
+#include "platform/system/Application.h"
+#include "platform/system/Clock.h"
+#include "platform/system/RuntimeError.h"
+#include "platform/system/TextFile.h"
 #include "settings/registerModule.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -71,7 +72,7 @@ ProgramUnderTest::ProgramUnderTest()
 ProgramUnderTest::~ProgramUnderTest()
 {
     DataInterface::ClearJournalChanged();
-    UnloadThe<frmMain>();
+    UnloadInstance<frmMain>();
     Clock::RunAgain();
     ForgetJournalFile();
 }
@@ -84,18 +85,29 @@ void ProgramUnderTest::Start(const Beginning& beginning)
     Module1::LoadSettings();
 }
 
+void ProgramUnderTest::StartChanged(const Beginning& beginning)
+{
+    Start(beginning);
+    user.In<frmAdd>([](frmAdd& dialog) {
+        Pick(dialog.Combo3, L"18");
+        Press(dialog.addButton);
+    });
+    Press(Main().addButton);
+    ASSERT_TRUE(DataInterface::IsJournalChanged());
+}
+
 frmMain& ProgramUnderTest::Main()
 {
     if (!IsOpen()) {
         throw RuntimeError(ErrorNumber::InvalidProcedureCall);
     }
-    return *Module1::mainWindow;
+    return *Instance<frmMain>();
 }
 
 bool ProgramUnderTest::IsOpen()
 {
     const auto forms = Form::OpenForms();
-    return !forms.empty() && forms.front().get() == Module1::mainWindow;
+    return !forms.empty() && dynamic_cast<const frmMain*>(forms.front().get()) != nullptr;
 }
 
 void ProgramUnderTest::CloseMain()

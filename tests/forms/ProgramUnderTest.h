@@ -11,15 +11,15 @@
 #include <string_view>
 #include <vector>
 
-/// What the program finds when it starts.
+/// Journal and settings at the start of the program.
 struct Beginning {
     std::string journal = {}; ///< the lines of the file
     std::wstring unit = L"km";
     std::int16_t language = 0; ///< 0 English, 100 Swedish
 };
 
-/// The whole program in this process, from its start-up routine on: with its real registry, its real journal file (in
-/// the folder of the test program) and its real windows, and a user in front of them. Each test starts it anew.
+/// The whole program in this process, with the real registry, the real journal file (in the folder of the test program)
+/// and real windows, and a user. Each test starts it again.
 class ProgramUnderTest : public testing::Test {
 public:
     ProgramUnderTest();
@@ -30,31 +30,34 @@ public:
 protected:
     static void Start(const Beginning& beginning = {});
 
-    /// The main window; throws when it is not open.
+    /// Starts and adds the 18th of the first month, which is not saved.
+    void StartChanged(const Beginning& beginning);
+
+    /// The main window; throws if it is not open.
     static frmMain& Main();
     static bool IsOpen();
 
-    /// Asks the main window to close, as its close box does.
+    /// Closes the main window by its close button.
     static void CloseMain();
 
     MessageBoxWatcher boxes;
     ModalUser user;
 };
 
-/// The journal file, byte for byte, and where it is.
+/// The journal file and its path.
 std::wstring JournalFile();
 std::string SavedJournal();
 
 /// A file as the program writes it, with these lines.
 std::string Saved(std::string_view lines);
 
-/// The names that the machine's language has for the months, 1 to 12, told a second time.
+/// The names of the months 1 to 12 in the language of the machine, independent of the program.
 std::wstring MonthNamed(int month);
 bool IsSwedishMachine();
 /// The text with the machine's decimal separator in place of "."
 std::wstring Decimal(std::wstring text);
 
-// What the user reads.
+// The texts in the windows.
 
 std::vector<std::wstring> Lines(const ListBox& list);
 std::vector<std::wstring> Entries(const ComboBox& list);
@@ -62,7 +65,7 @@ std::wstring Text(HWND window);
 int ChosenLine(const ListBox& list);
 bool IsEnabled(const Control& control);
 
-/// The tree as lines: "2004", "  March", with "*" behind the marked node.
+/// The tree as lines: "2004", "  March", with "*" after the selected node.
 std::vector<std::wstring> Tree(const TreeView& tree);
 
 /// Clicks a node of the tree with the mouse, as ClickNode(tree, L"2004", L"March"); without a month the year's.

@@ -1,4 +1,6 @@
-// What the other tests take for granted about the machine they run on. When one of these fails, look there first.
+// The properties of the test machine that the other tests rely on. If several tests fail, look at these first.
+#include "tests/support/ChildProcess.h"
+
 #include <gtest/gtest.h>
 
 #include <windows.h>
@@ -39,7 +41,7 @@ void HandleWaitingMessages()
 
 } // namespace
 
-TEST(Machine, HasTheLocaleThatTheTestAskedFor)
+TEST(Machine, HasTheLocaleOfTheEnvironment)
 {
     EXPECT_EQ(GetUserDefaultLCID(), IsSwedish() ? 0x41dU : 0x409U);
     EXPECT_EQ(LocaleText(LOCALE_SDECIMAL), IsSwedish() ? L"," : L".");
@@ -47,14 +49,14 @@ TEST(Machine, HasTheLocaleThatTheTestAskedFor)
     EXPECT_EQ(GetACP(), 1252U);
 }
 
-TEST(Machine, HasTheDpiThatTheTestAskedFor)
+TEST(Machine, HasTheDpiOfTheEnvironment)
 {
     HDC screen = GetDC(nullptr);
     EXPECT_EQ(std::to_string(GetDeviceCaps(screen, LOGPIXELSX)), Variable("ODOMIRA_DPI"));
     ReleaseDC(nullptr, screen);
 }
 
-TEST(Machine, StartsWithoutSettingsOfTheProgram)
+TEST(Machine, HasNoSettingsOfTheProgramAtFirst)
 {
     HKEY key = nullptr;
     EXPECT_EQ(RegOpenKeyExA(HKEY_LOCAL_MACHINE, "Software\\Velmora", 0, KEY_READ, &key), ERROR_FILE_NOT_FOUND);
@@ -88,4 +90,14 @@ TEST(Machine, HasAFontForArial)
     SelectObject(screen, before);
     DeleteObject(font);
     ReleaseDC(nullptr, screen);
+}
+
+TEST(Machine, DISABLED_Child_Crashes)
+{
+    __builtin_trap();
+}
+
+TEST(Machine, ReturnsTheExceptionOfACrashedProgramAsItsExitCode)
+{
+    EXPECT_EQ(RunInChildProcess(L"Machine.DISABLED_Child_Crashes"), static_cast<int>(EXCEPTION_ILLEGAL_INSTRUCTION));
 }

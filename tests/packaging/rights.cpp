@@ -1,13 +1,15 @@
-// What the packaging tests ask Windows about rights, from inside:
+// Reads and sets rights on the Windows side for the packaging tests:
 //
-//     odomira_rights file PATH       the owner and the list of rights of a file or folder, as text
+//     odomira_rights file PATH       prints owner and DACL of a file or folder, as SDDL
 //     odomira_rights key PATH        the same for a key of HKEY_LOCAL_MACHINE
-//     odomira_rights user COMMAND    runs the command line as a user who is no administrator; its exit code
-//     odomira_rights lock PATH       makes a key of HKEY_LOCAL_MACHINE, with the rights that Windows gives to new ones
+//     odomira_rights user COMMAND    runs the command line as a user who is not an administrator; returns its exit code
+//     odomira_rights lock PATH       creates a key of HKEY_LOCAL_MACHINE with the default rights of Windows
+//     odomira_rights open PATH MASK  opens a key of HKEY_LOCAL_MACHINE with this access mask
+//     odomira_rights link PATH KEY   creates a key of HKEY_LOCAL_MACHINE as a link to another key
 //
-// The user is the one who runs this, with a token from which the administrators' group is taken and which has no
-// privileges: what a program gets that is started without elevation. Wine lets everybody write to a key until somebody
-// sets its rights, hence the lock.
+// "user" restricts the token of this process: without privileges, and with the administrators' group for deny only.
+// Programs that are started without elevation have such a token. In Wine everyone can write to a key whose rights have
+// not been set, hence "lock".
 #include <windows.h>
 
 #include <aclapi.h>
@@ -110,9 +112,37 @@ void LockKey(const std::wstring& path)
     Check(error == ERROR_SUCCESS, "SetNamedSecurityInfo", error);
 }
 
-int Answer(const std::wstring& question, const std::wstring& object)
+void OpenKey(const std::wstring& path, const std::wstring& mask)
 {
-    if (question == L"file") {
+    HKEY raw = nullptr;
+    const LSTATUS opened =
+        RegOpenKeyExW(HKEY_LOCAL_MACHINE, path.c_str(), 0, static_cast<REGSAM>(std::stoul(mask, nullptr, 0)), &raw);
+    Check(opened == ERROR_SUCCESS, "RegOpenKeyEx", static_cast<DWORD>(opened));
+    RegCloseKey(raw);
+}
+
+/// Opening the key opens the other key.
+void LinkKey(const std::wstring& path, const std::wstring& other)
+{
+    HKEY raw = nullptr;
+    const LSTATUS made = RegCreateKeyExW(HKEY_LOCAL_MACHINE, path.c_str(), 0, nullptr, REG_OPTION_CREATE_LINK,
+                                         KEY_CREATE_LINK | KEY_SET_VALUE, nullptr, &raw, nullptr);
+    Check(made == ERROR_SUCCESS, "RegCreateKeyEx", static_cast<DWORD>(made));
+    const std::wstring target = L"\\Registry\\Machine\\" + other;
+    const LSTATUS stored =
+        RegSetValueExW(raw, L"SymbolicLinkValue", 0, REG_LINK, reinterpret_cast<const BYTE*>(target.data()),
+                       static_cast<DWORD>(target.size() * sizeof(wchar_t)));
+    RegCloseKey(raw);
+    Check(stored == ERROR_SUCCESS, "RegSetValueEx", static_cast<DWORD>(stored));
+}
+
+int Answer(const std::wstring& question, const std::wstring& object, const std::wstring& other)
+{
+    if (question == L"link") {
+        LinkKey(object, other);
+    } else if (question == L"open") {
+        OpenKey(object, other);
+    } else if (question == L"file") {
         PrintRights(object, SE_FILE_OBJECT);
     } else if (question == L"key") {
         PrintRights(L"MACHINE\\" + object, SE_REGISTRY_KEY);
@@ -121,7 +151,7 @@ int Answer(const std::wstring& question, const std::wstring& object)
     } else if (question == L"lock") {
         LockKey(object);
     } else {
-        throw std::runtime_error("no such question");
+        throw std::runtime_error("unknown command");
     }
     return 0;
 }
@@ -131,8 +161,8 @@ int Answer(const std::wstring& question, const std::wstring& object)
 int wmain(int count, wchar_t** words)
 {
     try {
-        Check(count == 3, "needs two words", ERROR_BAD_ARGUMENTS);
-        return Answer(words[1], words[2]);
+        Check(count == 3 || count == 4, "needs two or three arguments", ERROR_BAD_ARGUMENTS);
+        return Answer(words[1], words[2], count == 4 ? words[3] : L"");
     } catch (const std::exception& problem) {
         std::fprintf(stderr, "odomira_rights: %s\n", problem.what());
         return 255;

@@ -1,4 +1,4 @@
-"""The files that are handed out: what is in them, and that the same program always gives the same bytes."""
+"""The packages: their content, and that two builds of the same version are identical."""
 import calendar
 import os
 import shutil
@@ -8,7 +8,7 @@ import tempfile
 import unittest
 import zipfile
 
-from installed import PACKAGE, PROJECT, RELEASE, VERSION, package
+from installed import GUIDES, PACKAGE, PROJECT, RELEASE, VERSION, package
 
 PROGRAM = os.path.join(RELEASE, "odomira.exe")
 
@@ -21,12 +21,14 @@ def content(path):
 def version_record(path):
     """The four numbers of the file version in a program's resources."""
     data = content(path)
-    high, low = struct.unpack_from("<II", data, data.index(struct.pack("<I", 0xFEEF04BD)) + 8)
+    # The signature also occurs in code that reads version records, but there no name precedes it.
+    name = data.index("VS_VERSION_INFO".encode("utf-16-le"))
+    high, low = struct.unpack_from("<II", data, data.index(struct.pack("<I", 0xFEEF04BD), name) + 8)
     return high >> 16, high & 0xFFFF, low >> 16, low & 0xFFFF
 
 
 class Image:
-    """What the header of a program file for 64-bit Windows says."""
+    """The header of a PE file for 64-bit Windows."""
     def __init__(self, path):
         self.data = content(path)
         start, = struct.unpack_from("<I", self.data, 0x3C)
@@ -38,7 +40,7 @@ class Image:
         self.sections = [struct.unpack_from("<IIII", self.data, table + 40 * i + 8) for i in range(sections)]
 
     def directory(self, number):
-        """Address and size of one of the tables that the header lists."""
+        """Address and size of a data directory."""
         return struct.unpack_from("<II", self.data, self.optional + 112 + 8 * number)
 
     def offset(self, address):
@@ -48,7 +50,7 @@ class Image:
         raise ValueError(hex(address))
 
     def libraries(self):
-        """The names of the libraries that are loaded with the program, in lower case."""
+        """The names of the imported DLLs, in lower case."""
         names = []
         entry = self.offset(self.directory(1)[0])
         while name := struct.unpack_from("<I", self.data, entry + 12)[0]:
@@ -58,9 +60,10 @@ class Image:
         return names
 
 
-# What Windows takes from its own folder whatever lies beside the program; comctl32 is named in the manifest.
-ALWAYS_OF_THE_SYSTEM = {"advapi32.dll", "comctl32.dll", "comdlg32.dll", "gdi32.dll", "kernel32.dll", "msvcrt.dll",
-                        "ole32.dll", "oleaut32.dll", "shell32.dll", "user32.dll"}
+# Windows loads these from the system folder, even if the program folder has a file of the same name. comctl32 is named
+# in the manifest.
+SYSTEM_DLLS = {"advapi32.dll", "comctl32.dll", "comdlg32.dll", "gdi32.dll", "kernel32.dll", "msvcrt.dll",
+               "ole32.dll", "oleaut32.dll", "shell32.dll", "user32.dll"}
 
 
 class Packages(unittest.TestCase):
@@ -75,56 +78,59 @@ class Packages(unittest.TestCase):
         return package(VERSION, folder, recipe, umask=umask, env=dict(os.environ, **variables))
 
     def another_checkout(self):
-        """What packaging needs, in a folder of another name, with files that are as old as this test."""
+        """Copies the files that packaging reads into a folder with another name. Their times are those of the copy."""
         checkout = os.path.join(self.folder, "another checkout")
         shutil.copytree(os.path.dirname(PACKAGE), os.path.join(checkout, "packaging"), copy_function=shutil.copy)
         os.mkdir(os.path.join(checkout, "resources"))
         shutil.copy(os.path.join(PROJECT, "resources", "odomira.ico"), os.path.join(checkout, "resources"))
         return os.path.join(checkout, "packaging", "package")
 
-    def test_the_same_program_gives_the_same_bytes_wherever_and_whenever(self):
+    def test_packages_do_not_depend_on_folder_time_zone_umask_or_locale(self):
         here = self.make("a", SOURCE_DATE_EPOCH="1000000000")
         elsewhere = self.make("b", umask=0o077, recipe=self.another_checkout(), SOURCE_DATE_EPOCH="1000000000",
                               TZ="Asia/Tokyo", LC_ALL="C", HOME=self.folder)
         for one, other in zip(here, elsewhere):
             self.assertEqual(content(one), content(other), os.path.basename(one))
 
-    def test_the_program_tells_neither_folder_nor_time_of_its_build(self):
+    def test_the_program_contains_neither_folder_nor_time_of_its_build(self):
         program = content(PROGRAM)
         self.assertNotIn(PROJECT.encode(), program)
         header = struct.unpack_from("<I", program, 0x3C)[0]
         self.assertEqual(program[header:header + 4], b"PE\0\0")
         self.assertEqual(struct.unpack_from("<I", program, header + 8)[0], 0)
 
-    def test_the_program_loads_only_libraries_that_nobody_can_replace(self):
-        self.assertEqual(set(Image(PROGRAM).libraries()) - ALWAYS_OF_THE_SYSTEM, set())
+    def test_the_program_imports_only_system_dlls(self):
+        self.assertEqual(set(Image(PROGRAM).libraries()) - SYSTEM_DLLS, set())
 
-    def test_the_program_is_hardened(self):
+    def test_the_program_has_aslr_and_dep(self):
         program = Image(PROGRAM)
         self.assertEqual(program.machine, 0x8664)
         high_entropy, dynamic_base, no_execute = 0x20, 0x40, 0x100
         self.assertEqual(program.characteristics, high_entropy | dynamic_base | no_execute)
         self.assertGreater(program.directory(5)[1], 0, "without relocations it cannot move in memory")
 
-    def test_setup_and_program_bear_the_version_of_the_project(self):
+    def test_setup_and_program_have_the_version_of_the_project(self):
         major, minor, patch = map(int, VERSION.split("."))
         setup, _ = self.make("versions")
         self.assertEqual(version_record(PROGRAM), (major, minor, 0, patch))
         self.assertEqual(version_record(setup), (major, minor, 0, patch))
         self.assertIn(f"\n## [{VERSION}] - ".encode(), content(os.path.join(PROJECT, "CHANGELOG.md")))
 
-    def test_the_zip_holds_the_program_and_what_to_know_at_the_time_of_the_commit(self):
+    def test_the_zip_contains_program_guides_and_readme_with_the_time_of_the_commit(self):
         _, path = self.make("zip", SOURCE_DATE_EPOCH="1000000000")
         with zipfile.ZipFile(path) as archive:
-            self.assertEqual(archive.namelist(), ["Odomira/ReadMe.txt", "Odomira/odomira.exe"])
+            self.assertEqual(archive.namelist(), ["Odomira/ReadMe.txt", *("Odomira/" + name for name in GUIDES), "Odomira/odomira.exe"])
             self.assertEqual(archive.read("Odomira/odomira.exe"), content(PROGRAM))
+            for name in GUIDES:
+                self.assertEqual(archive.read("Odomira/" + name), content(os.path.join(RELEASE, name)))
+                self.assertIn(name.encode(), archive.read("Odomira/ReadMe.txt"))
             text = archive.read("Odomira/ReadMe.txt")
             times = {calendar.timegm((*info.date_time, 0, 0, 0)) for info in archive.infolist()}
         self.assertEqual(times, {1000000000})
         self.assertEqual(text.count(b"\n"), text.count(b"\r\n"))
-        self.assertIn("Inställningarna", text.decode("utf-8-sig"))
+        self.assertIn("Redigera - Inställningar...", text.decode("utf-8-sig"))
 
-    def test_a_failure_leaves_no_half_package(self):
+    def test_a_failure_leaves_no_incomplete_package(self):
         folder = os.path.join(self.folder, "failure")
         os.mkdir(folder)
         with self.assertRaises(subprocess.CalledProcessError):

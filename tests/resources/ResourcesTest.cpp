@@ -1,6 +1,6 @@
-#include "platform/Application.h"
-#include "platform/Conversions.h"
-#include "platform/ModulePath.h"
+#include "platform/system/Application.h"
+#include "platform/system/Conversions.h"
+#include "platform/system/ModulePath.h"
 #include "resources/ResourceIds.h"
 
 #include <gmock/gmock.h>
@@ -46,7 +46,7 @@ std::wstring VersionText(const std::wstring& language, const std::wstring& name)
 
 } // namespace
 
-TEST(Resources, TheManifestAsksForWhatTheProgramReliesOn)
+TEST(Resources, TheManifestHasTheSettingsOfTheProgram)
 {
     const std::string manifest(RawResource(MAKEINTRESOURCEW(1), RT_MANIFEST));
     EXPECT_THAT(manifest, HasSubstr("level=\"asInvoker\" uiAccess=\"false\""));
@@ -109,7 +109,7 @@ TEST(Resources, ThePictureIsAGifOfTheSizeItIsDrawnFor)
     EXPECT_EQ(Number16(picture, 8), 256u);
 }
 
-TEST(Resources, TheVersionRecordNamesTheProgramAsItNamesItself)
+TEST(Resources, TheVersionResourceHasTheNameOfTheProgram)
 {
     const Version version = VersionNumbers();
     const std::wstring numbers =
@@ -123,7 +123,7 @@ TEST(Resources, TheVersionRecordNamesTheProgramAsItNamesItself)
     EXPECT_EQ(VersionText(swedish, L"FileDescription"), L"Odomira körjournal");
 }
 
-TEST(Resources, TheVersionRecordOffersBothLanguages)
+TEST(Resources, TheVersionResourceHasBothLanguages)
 {
     std::vector<std::byte> record(GetFileVersionInfoSizeW(ModulePath().c_str(), nullptr));
     GetFileVersionInfoW(ModulePath().c_str(), 0, static_cast<DWORD>(record.size()), record.data());

@@ -22,10 +22,10 @@ constexpr const wchar_t* programKey = L"Software\\Velmora\\Tav";
 
 struct StoredValue {
     DWORD type = 0;
-    std::wstring text; ///< all of it, without regard to nulls
+    std::wstring text; ///< with its null characters
 };
 
-/// A section of its own under the program's key, gone before and after each test.
+/// A section that does not exist before and after each test.
 class RegistryOfSettings : public testing::Test {
 protected:
     void SetUp() override { Forget(); }
@@ -70,7 +70,7 @@ protected:
     }
 };
 
-/// Leaves everybody only the right to read the keys of the section.
+/// Sets permissions by which every user may only read the key of the section.
 void LetNobodyWrite(const std::wstring& section)
 {
     HKEY key = nullptr;
@@ -83,7 +83,7 @@ void LetNobodyWrite(const std::wstring& section)
     RegCloseKey(key);
 }
 
-/// How many of the first handle values are in use. Handles are multiples of four.
+/// The number of handle values in use. Handles are multiples of four.
 int OpenHandles()
 {
     int count = 0;
@@ -128,7 +128,7 @@ TEST_F(RegistryOfSettings, NumbersAndBooleansAreStoredAsText)
     EXPECT_EQ(Stored(L"Print", L"Other")->text, L"False");
 }
 
-TEST_F(RegistryOfSettings, WhatIsMissingIsTheDefaultAsText)
+TEST_F(RegistryOfSettings, AMissingValueIsTheDefaultAsText)
 {
     EXPECT_EQ(GetRegistryValue(L"Settings", L"Langdenhet", L"km"), L"km");
     SaveRegistryValue(L"Settings", L"Language", L"0");
@@ -213,7 +213,7 @@ TEST_F(RegistryOfSettings, FailuresAreSilent)
     EXPECT_EQ(GetRegistryValue(L"Settings", impossibleName, L"0"), L"0");
 }
 
-TEST_F(RegistryOfSettings, WhoMayNotWriteReadsTheDefaultsAndLosesEveryWrite)
+TEST_F(RegistryOfSettings, WithoutTheRightToWriteAllReadsAreDefaultsAndAllWritesAreLost)
 {
     SaveRegistryValue(L"Settings", L"Language", L"100");
     LetNobodyWrite(L"Settings");

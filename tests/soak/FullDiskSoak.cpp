@@ -1,9 +1,9 @@
-// A disk that has room for 0, 1, 2, ... pages of the journal: wherever the writing stops, the save says so, what was
-// entered is still in memory, and with room on the disk the same save succeeds. The old journal is cut before the new
-// one is written, by intention, so what the full disk keeps is the part of the new one that fits.
+// Saves to a disk with room for 0, 1, 2, ... pages of the journal. Wherever writing fails, the save reports an error,
+// the entries are still in memory, and with room on the disk the same save succeeds. The file is truncated before it is
+// written, so the full disk has the part of the new journal that fits.
 
-#include "platform/Conversions.h"
-#include "platform/TextFile.h"
+#include "platform/system/Conversions.h"
+#include "platform/system/TextFile.h"
 #include "tests/data/StoreUnderTest.h"
 #include "tests/soak/Amounts.h"
 #include "tests/support/ErrorOf.h"
@@ -22,7 +22,7 @@ namespace {
 
 constexpr std::size_t page = 4096;
 
-/// The disk of with-small-disk, and room on it.
+/// The disk of with-small-disk and its free space.
 class SmallDisk {
 public:
     std::wstring File(const std::wstring& name) const { return folder_ + L'\\' + name; }
@@ -34,7 +34,7 @@ public:
         return static_cast<std::size_t>(free.QuadPart / page);
     }
 
-    /// Fills the disk up to so many free pages.
+    /// Fills the disk except for this number of pages.
     void Leave(std::size_t pages) const
     {
         MakeRoom();
@@ -84,7 +84,7 @@ protected:
         ++saves_;
     }
 
-    /// Puts an old journal on the disk, which has one page, and fills the rest up to so many pages with that one.
+    /// Writes an old journal of one page and fills the disk, so that this number of pages is free or in that journal.
     void LeaveRoomFor(std::size_t pages)
     {
         DeleteFileW(journal_.c_str());
@@ -98,7 +98,8 @@ protected:
         ASSERT_EQ(ErrorOf([this] { WriteJournalFile(journal_); }), ErrorNumber::DiskFull);
         ASSERT_TRUE(IsJournalChanged());
         ASSERT_TRUE(Entries() == entered);
-        ASSERT_EQ(ErrorOf([] { TextFile::AtEndOfFile(1); }), ErrorNumber::BadFileNameOrNumber) << "the slot is taken";
+        ASSERT_EQ(ErrorOf([] { TextFile::AtEndOfFile(1); }), ErrorNumber::BadFileNameOrNumber)
+            << "the file number is in use";
     }
 
     SmallDisk disk_;
@@ -109,7 +110,7 @@ protected:
 
 } // namespace
 
-TEST_F(FullDiskSoak, WhereverTheWritingStopsNothingEnteredIsLost)
+TEST_F(FullDiskSoak, AFullDiskNeverLosesEntries)
 {
     Enter(Amount(1500, 17000));
     const std::string whole = Written();

@@ -1,6 +1,6 @@
 #include "tests/soak/JournalLines.h"
 
-#include "platform/Conversions.h"
+#include "platform/system/Conversions.h"
 
 #include <algorithm>
 #include <array>
@@ -8,11 +8,11 @@
 
 namespace {
 
-/// Places of a good line, counted from 0.
+/// Positions in a valid line, counted from 0.
 constexpr std::size_t distanceAt = 11;
 constexpr std::size_t routeAt = 18;
 
-/// Texts that no field takes for a number.
+/// Texts that are not numbers in any field.
 constexpr std::array noNumbers{"x", "-", "&H", "\x80", "$", "(", "/", "e", "\xff", "\x1a"};
 
 std::string Padded(const std::string& text, std::size_t places)
@@ -61,7 +61,7 @@ std::string LineMaker::Bytes(int length)
     return bytes;
 }
 
-/// Mostly of the length that people write, once in a while of a length that nobody does.
+/// Usually of a common length, sometimes very long.
 std::string LineMaker::Route()
 {
     const int kind = Pick(0, 5000);
@@ -78,7 +78,7 @@ std::string LineMaker::Date(const DayEntry& entry)
     return text.data();
 }
 
-/// As the program writes it.
+/// A line as the program writes it.
 JournalLine LineMaker::Good()
 {
     JournalLine line;
@@ -97,7 +97,7 @@ JournalLine LineMaker::Good()
     return line;
 }
 
-/// As somebody may have written it: other characters between the fields, other blanks, other forms of a number.
+/// A line as a user may write it in an editor: other separators, other spaces, other forms of a number.
 JournalLine LineMaker::GoodByHand()
 {
     JournalLine line = Good();
@@ -135,7 +135,7 @@ JournalLine LineMaker::GoodByHand()
     return line;
 }
 
-/// Ends before its distance begins.
+/// A line that ends before its distance.
 JournalLine LineMaker::TooShort()
 {
     JournalLine line = Good();
@@ -144,7 +144,7 @@ JournalLine LineMaker::TooShort()
     return line;
 }
 
-/// Holds something in one field that is no part of a number.
+/// A line with a field that is not a number.
 JournalLine LineMaker::NoNumber()
 {
     struct Place {
@@ -160,7 +160,7 @@ JournalLine LineMaker::NoNumber()
     return line;
 }
 
-/// A number that no year or no distance holds.
+/// A line with a number out of the range of its field.
 JournalLine LineMaker::TooLarge()
 {
     JournalLine line = Good();
@@ -187,7 +187,7 @@ JournalLine LineMaker::Comment()
     return {"'" + Route(), Fate::Comment, {}};
 }
 
-/// A good line behind the mark that some editors put in front of a file, or in two bytes a character.
+/// A valid line after a byte order mark, or in UTF-16.
 JournalLine LineMaker::Marked()
 {
     JournalLine line = Good();

@@ -7,38 +7,36 @@
 #include <random>
 #include <string>
 
-/// What becomes of a line that is read.
+/// The result of reading a line.
 enum class Fate {
     Entry,
-    Mismatch, ///< told as "Type mismatch"
-    Overflow, ///< told as "Overflow"
+    Mismatch, ///< shown as "Type mismatch"
+    Overflow, ///< shown as "Overflow"
     Comment,
-    Unknown, ///< an entry or a message, not both and not neither
+    Unknown, ///< either an entry or a message
 };
 
 /// A line of a journal file, without its end.
 struct JournalLine {
     std::string bytes;
     Fate fate = Fate::Unknown;
-    DayEntry entry; ///< of a line that becomes one
+    DayEntry entry; ///< if the result is an entry
 };
 
-/// Makes the lines of journal files, good ones and all kinds of damaged ones, by the grammar of a line. The same seed
-/// makes the same lines.
+/// Generates valid and damaged lines of journal files from the grammar of a line. The same seed gives the same lines.
 class LineMaker {
 public:
     explicit LineMaker(std::uint32_t seed);
 
     int Pick(int from, int to) { return std::uniform_int_distribution(from, to)(random_); }
 
-    /// A line whose fate is known.
+    /// A line whose result is known.
     JournalLine Known();
 
-    /// Any bytes, also ends of lines among them, or a good line that something happened to.
+    /// Any bytes, including line ends, or a valid line with random damage.
     std::string Anything();
 
-    /// One of the three ends of a line, such that the next line begins behind it whatever it is: behind a lone CR an
-    /// LF would be taken as part of the same end.
+    /// One of the three line ends. The next line must not begin with LF after a CR, which would be one line end.
     std::string LineEnd() { return ends_.at(static_cast<std::size_t>(Pick(0, 2))); }
 
     JournalLine Good();

@@ -1,7 +1,7 @@
-// The journal reader with a million lines, good ones and all kinds of damage. Of most files it is known beforehand what
-// each line becomes; of the others that none is lost without a word: every line is an entry, a comment or a message.
+// Reads a million valid and damaged lines. For most files the test knows the result of each line. For the others it
+// expects that no line is lost without a message: every line is an entry, a comment or a message.
 
-#include "platform/TextFile.h"
+#include "platform/system/TextFile.h"
 #include "tests/data/StoreAndModel.h"
 #include "tests/data/StoreUnderTest.h"
 #include "tests/soak/Amounts.h"
@@ -24,7 +24,7 @@ constexpr std::size_t mostEntries = 20480;
 constexpr const wchar_t* mismatch = L"errorType mismatch";
 constexpr const wchar_t* overflow = L"errorOverflow";
 
-/// What a file without surprises leaves behind.
+/// The expected result of a file of known lines.
 struct Expected {
     std::vector<DayEntry> entries;
     std::int64_t mismatches = 0;
@@ -52,7 +52,7 @@ struct Expected {
     }
 };
 
-/// The lines of a file as an editor that knows all three line ends counts them.
+/// The lines of a file with any of the three line ends.
 struct Counted {
     std::int64_t lines = 0;
     std::int64_t comments = 0;
@@ -81,7 +81,7 @@ protected:
         StoreUnderTest::TearDown();
     }
 
-    /// Reads a file with these bytes as the program does at its start.
+    /// Writes a file with these bytes and loads it as the program does at its start.
     void Read(const std::string& bytes)
     {
         WriteBytes(journalPath, bytes);
@@ -90,8 +90,8 @@ protected:
         lines_ += LinesIn(bytes).lines;
     }
 
-    /// Whatever was read: nothing is lost without a word, and the store is whole.
-    void ExpectAWholeStore(const std::string& bytes)
+    /// Expects that no line is lost without a message and that the store is consistent.
+    void ExpectAConsistentStore(const std::string& bytes)
     {
         const Counted counted = LinesIn(bytes);
         ASSERT_EQ(dayCount + QuickAnswers::Count(), counted.lines - counted.comments);
@@ -103,8 +103,8 @@ protected:
         ASSERT_EQ(ErrorOf([] { TextFile::AtEndOfFile(1); }), ErrorNumber::BadFileNameOrNumber);
     }
 
-    /// The windows may ask anything about it.
-    void LookAround()
+    /// Expects that the queries of the windows work.
+    void QueryAsTheWindowsDo()
     {
         const NumberArray years = DataInterface::GetYears();
         for (int i = 0; i < std::min<int>(years.UpperBound(), 20); ++i) {
@@ -116,7 +116,7 @@ protected:
         }
     }
 
-    /// Saved and read again, each entry is again one line: an entry or a message.
+    /// Expects that each saved entry is read as one line: an entry or a message.
     void SaveAndReadAgain()
     {
         if (dayCount == 0) {
@@ -142,7 +142,7 @@ int LinesOfOneFile(LineMaker& maker)
 
 } // namespace
 
-TEST_F(JournalSoak, EveryLineBecomesWhatItsKindSays)
+TEST_F(JournalSoak, EveryKindOfLineHasTheExpectedResult)
 {
     const std::int64_t wanted = Amount(6000, 600000);
     for (std::uint32_t seed = Seed(); lines_ < wanted; ++seed) {
@@ -155,12 +155,12 @@ TEST_F(JournalSoak, EveryLineBecomesWhatItsKindSays)
             expected.Take(line);
             bytes += line.bytes;
             const bool last = left == 1 && !line.bytes.empty() && maker.Pick(0, 1) == 0;
-            // An LF right behind a lone CR would belong to it.
+            // A CR and an LF would be one line end.
             const std::string end = last ? "" : maker.LineEnd();
             bytes += bytes.ends_with('\r') && end == "\n" ? "\r\n" : end;
         }
         Read(bytes);
-        ASSERT_NO_FATAL_FAILURE(ExpectAWholeStore(bytes));
+        ASSERT_NO_FATAL_FAILURE(ExpectAConsistentStore(bytes));
         ASSERT_EQ(QuickAnswers::Count(mismatch), expected.mismatches);
         ASSERT_EQ(QuickAnswers::Count(overflow), expected.overflows);
         ASSERT_TRUE(Entries() == expected.entries);
@@ -168,7 +168,7 @@ TEST_F(JournalSoak, EveryLineBecomesWhatItsKindSays)
     }
 }
 
-TEST_F(JournalSoak, NoLineIsLostWithoutAWord)
+TEST_F(JournalSoak, NoLineIsLostWithoutAMessage)
 {
     const std::int64_t wanted = Amount(6000, 600000);
     for (std::uint32_t seed = Seed(); lines_ < wanted; ++seed) {
@@ -180,13 +180,13 @@ TEST_F(JournalSoak, NoLineIsLostWithoutAWord)
             bytes += maker.Pick(0, 30) == 0 ? "" : maker.LineEnd();
         }
         Read(bytes);
-        ASSERT_NO_FATAL_FAILURE(ExpectAWholeStore(bytes));
-        ASSERT_NO_FATAL_FAILURE(LookAround());
+        ASSERT_NO_FATAL_FAILURE(ExpectAConsistentStore(bytes));
+        ASSERT_NO_FATAL_FAILURE(QueryAsTheWindowsDo());
         ASSERT_NO_FATAL_FAILURE(SaveAndReadAgain());
     }
 }
 
-TEST_F(JournalSoak, EveryByteMayStandAtEveryPlaceOfALine)
+TEST_F(JournalSoak, ReadsLinesWithEveryByteAtEveryPosition)
 {
     LineMaker maker(Seed());
     for (std::size_t at = 0; at < 20; ++at) {
@@ -198,19 +198,19 @@ TEST_F(JournalSoak, EveryByteMayStandAtEveryPlaceOfALine)
             bytes += line + "\r\n";
         }
         Read(bytes);
-        ASSERT_NO_FATAL_FAILURE(ExpectAWholeStore(bytes));
-        ASSERT_GE(dayCount, 9) << "a digit is always good";
+        ASSERT_NO_FATAL_FAILURE(ExpectAConsistentStore(bytes));
+        ASSERT_GE(dayCount, 9) << "a digit is valid at every position";
     }
 }
 
-TEST_F(JournalSoak, ALineMayBeAsLongAsTheDiskIsLarge)
+TEST_F(JournalSoak, ReadsAVeryLongLine)
 {
     const auto length = static_cast<std::size_t>(Amount(1 << 20, 1 << 26));
     const std::string good = "2004-02-12      1 ";
     const std::string bytes = std::string(length, 'x') + "\r\n" + good + std::string(length, 'r') + "\r\n'" +
                               std::string(length, 'c') + "\n" + std::string(length, '\0') + "\n" + good + "last";
     Read(bytes);
-    ASSERT_NO_FATAL_FAILURE(ExpectAWholeStore(bytes));
+    ASSERT_NO_FATAL_FAILURE(ExpectAConsistentStore(bytes));
     ASSERT_EQ(dayCount, 2);
     EXPECT_EQ(days[0].route.size(), length);
     EXPECT_EQ(days[1].route, L"last");

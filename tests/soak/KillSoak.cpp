@@ -1,9 +1,9 @@
-// The program killed at a random moment. Outside a save the journal file is whole. Inside a save it is the old journal
-// or the new one, except between the cutting of the old one and the end of writing: how often that moment is hit is
-// counted and told.
+// Terminates the program at a random moment. Outside a save the journal file is complete. During a save it is the old
+// or the new journal, except between the truncation of the old one and the end of writing; the test reports how often
+// that happened. Right after a save it is the new journal.
 
-#include "platform/Application.h"
-#include "platform/OwnedHandle.h"
+#include "platform/system/Application.h"
+#include "platform/system/OwnedHandle.h"
 #include "tests/data/StoreAndModel.h"
 #include "tests/data/StoreUnderTest.h"
 #include "tests/soak/Amounts.h"
@@ -26,23 +26,25 @@ namespace {
 
 using std::chrono::milliseconds;
 
-/// How far the victim has come; it is known also after its death.
+constexpr UINT killed = 99; ///< the exit code of a terminated process
+
+/// The progress of the child process. It can be read after the process was terminated.
 struct Progress {
-    std::atomic<std::int32_t> begun;    ///< the version of the journal whose save was begun last
-    std::atomic<std::int32_t> finished; ///< the version whose save came back last
-    std::atomic<std::int32_t> changes;  ///< operations on a journal that is not saved
+    std::atomic<std::int32_t> begun;    ///< the version of the last save that began
+    std::atomic<std::int32_t> finished; ///< the version of the last save that returned
+    std::atomic<std::int32_t> changes;  ///< operations on the journal that is never saved
 };
 
 struct Unmap {
     void operator()(Progress* view) const noexcept { UnmapViewOfFile(view); }
 };
 
-/// A piece of memory that both processes see under one name.
+/// Shared memory of both processes.
 class SharedProgress {
 public:
     SharedProgress()
         : mapping_(CreateFileMappingW(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, sizeof(Progress),
-                                      L"journal saved by the victim")),
+                                      L"journal saved by the child process")),
           view_(static_cast<Progress*>(MapViewOfFile(mapping_.Get(), FILE_MAP_ALL_ACCESS, 0, 0, sizeof(Progress))))
     {
     }
@@ -81,32 +83,32 @@ std::string FileOfVersion(std::int32_t version)
 
 class KillSoak : public testing::Test {
 protected:
-    void KillWhileItEntersDays()
+    void KillWhileItAddsDays()
     {
-        KillOnce(
-            L"KillSoak.DISABLED_VictimThatEntersDays", [this] { return progress_->changes > 0; }, 20);
+        const auto hasBegun = [this] { return progress_->changes > 0; };
+        KillOnce(L"KillSoak.DISABLED_Child_AddsDays", hasBegun, 20);
     }
 
     void KillWhileItSaves()
     {
-        KillOnce(
-            L"KillSoak.DISABLED_VictimThatSaves", [this] { return progress_->begun > 0; }, 60);
+        const auto hasBegun = [this] { return progress_->begun > 0; };
+        KillOnce(L"KillSoak.DISABLED_Child_Saves", hasBegun, 60);
     }
 
-    /// Runs the victim until it is at work, and kills it up to so many milliseconds later.
-    void KillOnce(const std::wstring& victim, const std::function<bool()>& isAtWork, int mostMilliseconds)
+    /// Starts the child process, waits until it is at work, and terminates it after a random time up to this limit.
+    void KillOnce(const std::wstring& child, const std::function<bool()>& isAtWork, int mostMilliseconds)
     {
         progress_.Restart();
         WriteBytes(journal_, FileOfVersion(0));
-        const OwnedHandle process = StartInChildProcess(victim);
+        const OwnedHandle process = StartInChildProcess(child);
         ASSERT_TRUE(process);
         while (!isAtWork()) {
-            ASSERT_NE(WaitForSingleObject(process.Get(), 1), WAIT_OBJECT_0) << "the victim ended by itself";
+            ASSERT_NE(WaitForSingleObject(process.Get(), 1), WAIT_OBJECT_0) << "the child process ended by itself";
         }
         const auto moment =
             std::chrono::microseconds(std::uniform_int_distribution(0, mostMilliseconds * 1000)(random_));
         std::this_thread::sleep_for(moment);
-        ASSERT_NE(TerminateProcess(process.Get(), 99), 0);
+        ASSERT_NE(TerminateProcess(process.Get(), killed), 0);
         ASSERT_EQ(WaitForSingleObject(process.Get(), 30000), WAIT_OBJECT_0);
         ++kills_;
     }
@@ -120,8 +122,8 @@ protected:
 
 } // namespace
 
-/// Enters days and never saves.
-TEST_F(KillSoak, DISABLED_VictimThatEntersDays)
+/// Adds days and never saves.
+TEST_F(KillSoak, DISABLED_Child_AddsDays)
 {
     LoadJournal();
     RandomUser user(GetCurrentProcessId());
@@ -133,8 +135,8 @@ TEST_F(KillSoak, DISABLED_VictimThatEntersDays)
     }
 }
 
-/// Saves one version after the other.
-TEST_F(KillSoak, DISABLED_VictimThatSaves)
+/// Saves version after version.
+TEST_F(KillSoak, DISABLED_Child_Saves)
 {
     LoadJournal();
     for (std::int32_t version = 1;; ++version) {
@@ -145,17 +147,39 @@ TEST_F(KillSoak, DISABLED_VictimThatSaves)
     }
 }
 
-TEST_F(KillSoak, OutsideASaveTheJournalFileIsAsItWas)
+/// Saves once and terminates itself right after.
+TEST_F(KillSoak, DISABLED_Child_TerminatesAfterASave)
+{
+    LoadJournal();
+    DataInterface::ReplaceDay(2005, 1, 1, 1, RouteOfVersion(progress_->begun));
+    DataInterface::SaveJournal();
+    TerminateProcess(GetCurrentProcess(), killed);
+}
+
+TEST_F(KillSoak, RightAfterASaveTheJournalFileIsTheNewOne)
+{
+    const std::int64_t wanted = Amount(3, 250);
+    for (; kills_ < wanted; ++kills_) {
+        const auto version = static_cast<std::int32_t>(kills_ + 1);
+        WriteBytes(journal_, FileOfVersion(0));
+        progress_->begun = version;
+        ASSERT_EQ(RunInChildProcess(L"KillSoak.DISABLED_Child_TerminatesAfterASave"), static_cast<int>(killed));
+        ASSERT_EQ(BytesOf(journal_), FileOfVersion(version));
+    }
+    report_.Did(kills_, "kills right after a save");
+}
+
+TEST_F(KillSoak, OutsideASaveTheJournalFileIsUnchanged)
 {
     const std::int64_t wanted = Amount(3, 250);
     while (kills_ < wanted) {
-        ASSERT_NO_FATAL_FAILURE(KillWhileItEntersDays());
+        ASSERT_NO_FATAL_FAILURE(KillWhileItAddsDays());
         ASSERT_EQ(BytesOf(journal_), FileOfVersion(0));
     }
     report_.Did(kills_, "kills outside a save");
 }
 
-TEST_F(KillSoak, InsideASaveTheJournalFileIsTheOldOrTheNewOneOrCut)
+TEST_F(KillSoak, DuringASaveTheJournalFileIsTheOldOrTheNewOneOrTruncated)
 {
     const std::int64_t wanted = Amount(6, 500);
     std::int64_t inside = 0;
@@ -167,18 +191,18 @@ TEST_F(KillSoak, InsideASaveTheJournalFileIsTheOldOrTheNewOneOrCut)
         const std::string before = FileOfVersion(progress_->finished);
         const std::string after = FileOfVersion(progress_->begun);
         if (before == after) {
-            ASSERT_TRUE(found == before) << "no save was under way";
+            ASSERT_TRUE(found == before) << "the file changed although no save was running";
             continue;
         }
         ++inside;
         old += found == before ? 1 : 0;
         if (found != before && found != after) {
             ++cut;
-            ASSERT_TRUE(after.starts_with(found)) << "neither old nor new nor the beginning of the new journal";
+            ASSERT_TRUE(after.starts_with(found)) << "neither the old journal nor the beginning of the new one";
         }
     }
     report_.Did(inside, "kills inside a save");
     report_.Did(old, "left the old journal");
-    report_.Did(inside - old - cut, "the new one");
-    report_.Did(cut, "hit the moment between cutting and writing");
+    report_.Did(inside - old - cut, "left the new journal");
+    report_.Did(cut, "left a truncated journal");
 }

@@ -16,7 +16,7 @@ int WINAPI AnswerAtOnce(HWND, LPCWSTR text, LPCWSTR, UINT)
 
 } // namespace
 
-/// The pointer through which the whole program calls MessageBoxW: the one of the system is not linked beside it.
+/// The import of MessageBoxW for the whole program. It replaces that of the import library.
 // NOLINTNEXTLINE(bugprone-reserved-identifier,cppcoreguidelines-interfaces-global-init): the linker's name for it
 extern "C" decltype(&MessageBoxW) const __imp_MessageBoxW = &AnswerAtOnce;
 

@@ -3,15 +3,14 @@
 #include <cstdint>
 #include <string>
 
-// A program that carries this file has a user who presses OK before the message box appears: a real box takes
-// milliseconds, and here a million of them may come. The program's own way to the box is the real one; only the system
-// does not show it.
+// Replaces MessageBoxW in the program that links it: every message box returns OK without being shown. A real box takes
+// milliseconds, and a run may need a million of them. All other code of the program runs unchanged.
 namespace QuickAnswers {
 
-/// How many boxes had this text since the last Forget.
+/// The number of boxes with this text since the last Forget.
 std::int64_t Count(const std::wstring& text);
 
-/// All of them.
+/// The number of all boxes since the last Forget.
 std::int64_t Count();
 
 void Forget();

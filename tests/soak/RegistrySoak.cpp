@@ -1,13 +1,13 @@
-// Settings that somebody else wrote: every value that the program reads, with every damage a value can have. The
-// program starts, its windows open and its report prints with what is left of the value, its default, or the run-time
-// error that a number gives which is none; and the journal file is as it was.
+// Damages every setting that the program reads in every way. The program starts, opens its windows and prints its
+// report with the rest of the value or with its default, or shows the run-time error of an invalid number. The journal
+// file is unchanged.
 
 #include "app/Module1.h"
 #include "forms/main/frmMain.h"
 #include "forms/prefs/frmSettings.h"
 #include "forms/prefs/frmUserinfo.h"
 #include "forms/print/frmInterval.h"
-#include "platform/UnhandledError.h"
+#include "platform/windows/UnhandledError.h"
 #include "tests/forms/ProgramUnderTest.h"
 #include "tests/soak/Amounts.h"
 #include "tests/support/ErrorOf.h"
@@ -49,12 +49,12 @@ const std::array<Setting, 9> settings{{{L"Settings", L"Langdenhet", "mil", "km"}
 struct Damage {
     std::string name;
     int type;          ///< REG_..., or missing
-    std::string bytes; ///< all of the value; texts stand in it without a terminator unless it is written out
+    std::string bytes; ///< all bytes of the value; a text has a terminator only if it is written here
 };
 
-/// All the bytes of a literal, its nulls too.
+/// All bytes of a literal, including nulls.
 template <std::size_t size>
-std::string Raw(const char (&bytes)[size]) // NOLINT(modernize-avoid-c-arrays): what a literal is
+std::string Raw(const char (&bytes)[size]) // NOLINT(modernize-avoid-c-arrays): the type of a literal
 {
     return {bytes, size - 1};
 }
@@ -94,7 +94,7 @@ std::vector<Damage> AllDamages()
     return damages;
 }
 
-/// What the program makes of a value: it looks at 255 bytes, and the text in them ends with a null.
+/// The text that the program reads from a value: up to the first null in the first 255 bytes.
 std::string TextOf(const Damage& damage, const Setting& setting)
 {
     constexpr std::size_t room = 255;
@@ -116,7 +116,7 @@ std::wstring Wide(const std::string& text)
     return wide;
 }
 
-/// A text as a 16-bit number, or the error of one that is none.
+/// A text as a 16-bit number, or the error of its conversion.
 struct Number {
     explicit Number(const std::string& text)
     {
@@ -149,7 +149,7 @@ protected:
         HKEY key = nullptr;
         RegCreateKeyExW(HKEY_LOCAL_MACHINE, (programKey + setting.section).c_str(), 0, nullptr, 0, KEY_WRITE, nullptr,
                         &key, nullptr);
-        // The system adds the terminator itself when it finds one right behind the text.
+        // Windows adds a terminator to a text if one follows it in the buffer, so a period follows.
         const std::string data = bytes + '.';
         const LSTATUS status = RegSetValueExA(key, std::string(setting.name.begin(), setting.name.end()).c_str(), 0,
                                               static_cast<DWORD>(type), reinterpret_cast<const BYTE*>(data.data()),
@@ -158,7 +158,7 @@ protected:
         ASSERT_EQ(status, ERROR_SUCCESS);
     }
 
-    /// Everything is stored as usual but one value.
+    /// Stores usual values, except for the damaged one.
     void Store(const Setting& damaged, const Damage& damage)
     {
         RegDeleteTreeW(HKEY_LOCAL_MACHINE, L"Software\\Velmora");
@@ -176,7 +176,7 @@ protected:
 
     std::wstring Expected(const std::wstring& name) const { return Wide(texts_.at(name)); }
 
-    /// The error that the start ends with.
+    /// The error with which the start fails, if it does.
     std::optional<ErrorNumber> ErrorOfStart() const
     {
         const Number language(texts_.at(L"Language"));
@@ -220,17 +220,17 @@ protected:
 
     void OpenSettings()
     {
-        const auto form = The<frmSettings>();
+        const auto form = Instance<frmSettings>();
         form->Load();
         EXPECT_EQ(form->Option1[0].Value(), Expected(L"Langdenhet") == L"km");
         EXPECT_EQ(form->Option2[0].Value(), Module1::languageOffset == 0);
-        UnloadThe<frmSettings>();
+        UnloadInstance<frmSettings>();
     }
 
     void OpenUserinfo()
     {
         const Number used(texts_.at(L"Aktiverat_personnummer"));
-        const auto form = The<frmUserinfo>();
+        const auto form = Instance<frmUserinfo>();
         ASSERT_EQ(ErrorOf([&] { form->Load(); }), used.error);
         if (!used.error) {
             EXPECT_EQ(form->Text9.Text(), Expected(L"Company"));
@@ -239,12 +239,12 @@ protected:
             EXPECT_EQ(form->Text3.Text(), Expected(L"Personnummer"));
             EXPECT_EQ(form->Text3.Enabled(), used.value == 1);
         }
-        UnloadThe<frmUserinfo>();
+        UnloadInstance<frmUserinfo>();
     }
 
     void OpenInterval()
     {
-        const auto form = The<frmInterval>();
+        const auto form = Instance<frmInterval>();
         form->Load();
         EXPECT_EQ(form->Text2.Text(), Expected(L"Heading"));
         EXPECT_EQ(form->Option1[0].Value(), Expected(L"UseDefaultHeading") == L"True");
@@ -258,28 +258,28 @@ protected:
         });
         const Number used(texts_.at(L"Aktiverat_personnummer"));
         EXPECT_EQ(printed, !used.error && used.value == 1);
-        UnloadThe<frmInterval>();
+        UnloadInstance<frmInterval>();
     }
 
-    /// As at the end of the program: the journal file is what it was.
+    /// Closes the program and expects an unchanged journal file.
     void EndIt()
     {
-        UnloadThe<frmMain>();
+        UnloadInstance<frmMain>();
         ASSERT_THAT(Form::OpenForms(), testing::IsEmpty());
         ASSERT_EQ(SavedJournal(), journal);
     }
 
-    std::map<std::wstring, std::string> texts_; ///< by the name of the value: what the program reads
+    std::map<std::wstring, std::string> texts_; ///< the texts that the program reads, by the name of the value
     std::int64_t starts_ = 0;
     ClosingReport report_;
 };
 
 } // namespace
 
-TEST_F(RegistrySoak, ADamagedSettingIsItsRestItsDefaultOrItsError)
+TEST_F(RegistrySoak, ADamagedSettingHasItsRestItsDefaultOrShowsAnError)
 {
     const std::vector<Damage> damages = AllDamages();
-    // The slice takes each damage with another value.
+    // The short slice tests each damage with one value, another each time.
     const auto step = static_cast<std::size_t>(Amount(25, 1));
     for (std::size_t i = Seed() % step; i < damages.size() * settings.size(); i += step) {
         const Setting& setting = settings.at(i % settings.size());

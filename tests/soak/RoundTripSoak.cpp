@@ -1,9 +1,9 @@
-// Journals that the dialogs can make, written and read again: what was entered is what comes back.
+// Writes and reads journals that the dialogs can create, and expects the entered days.
 
 #include "forms/entry/DateControls.h"
 #include "forms/entry/DistanceText.h"
 #include "forms/entry/RouteText.h"
-#include "platform/Conversions.h"
+#include "platform/system/Conversions.h"
 #include "tests/data/StoreUnderTest.h"
 #include "tests/soak/Amounts.h"
 #include "tests/soak/QuickAnswers.h"
@@ -18,7 +18,7 @@ using DataInterface::SaveJournal;
 
 namespace {
 
-/// Somebody who types what the two day dialogs take.
+/// Generates random input that the two day dialogs accept.
 class Typist {
 public:
     explicit Typist(std::uint32_t seed) : random_(seed), separator_(DecimalSeparator()) {}
@@ -28,7 +28,7 @@ public:
     std::int16_t Year() { return static_cast<std::int16_t>(Pick(0, 9) == 0 ? Pick(1900, 2100) : Pick(2001, 2006)); }
     std::int16_t Month() { return static_cast<std::int16_t>(Pick(1, 12)); }
 
-    /// A distance as the dialogs store it. Most random texts are none: the typist tries again.
+    /// A distance as the dialogs store it. Tries random texts until one is accepted.
     double Distance()
     {
         if (Pick(0, 9) == 0) {
@@ -42,7 +42,7 @@ public:
         }
     }
 
-    /// Any characters that a keyboard or the clipboard may bring.
+    /// Any characters that can be typed or pasted.
     std::wstring Route()
     {
         std::wstring typed;
@@ -74,7 +74,7 @@ private:
     std::wstring separator_;
 };
 
-/// As the add dialog does: one of the days that it offers.
+/// Adds a day as the add dialog does: one that the dialog lists.
 void Add(Typist& typist)
 {
     const std::int16_t year = typist.Year();
@@ -92,7 +92,7 @@ void Add(Typist& typist)
     }
 }
 
-/// As the edit dialog does: the same day, or another one of any number.
+/// Edits a day as the edit dialog does: the date is unchanged or any other date.
 void Edit(Typist& typist)
 {
     const DayEntry& old = DataInterface::days[static_cast<std::size_t>(typist.Pick(0, dayCount - 1))];
@@ -111,7 +111,7 @@ void BeginAnEmptyJournal()
     LoadJournal();
 }
 
-/// A journal of about this many entries, and at least one.
+/// Creates a journal of about this number of entries, at least one.
 void KeepAJournal(Typist& typist, int entries)
 {
     BeginAnEmptyJournal();
@@ -149,7 +149,7 @@ protected:
         const auto [before, after] = std::ranges::mismatch(entered, read);
         if (before != entered.end()) {
             FAIL() << before->year << '-' << before->month << '-' << before->day << ' ' << before->distance << ' '
-                   << testing::PrintToString(before->route) << " came back as " << after->year << '-' << after->month
+                   << testing::PrintToString(before->route) << " was read as " << after->year << '-' << after->month
                    << '-' << after->day << ' ' << after->distance << ' ' << testing::PrintToString(after->route);
         }
     }
@@ -162,7 +162,7 @@ protected:
 
 } // namespace
 
-TEST_F(RoundTripSoak, WhatTheDialogsEnterComesBack)
+TEST_F(RoundTripSoak, InputOfTheDialogsIsReadBack)
 {
     const std::int64_t wanted = Amount(20, 2000);
     for (std::uint32_t seed = Seed(); journals_ < wanted; ++seed) {
@@ -173,14 +173,14 @@ TEST_F(RoundTripSoak, WhatTheDialogsEnterComesBack)
     }
 }
 
-TEST_F(RoundTripSoak, AJournalOfManyYearsComesBack)
+TEST_F(RoundTripSoak, AJournalOfManyYearsIsReadBack)
 {
     Typist typist(Seed());
     KeepAJournal(typist, static_cast<int>(Amount(1200, 6000)));
     SaveAndReadAgain();
 }
 
-TEST_F(RoundTripSoak, EveryCharacterOfARouteComesBackAsItWasTaken)
+TEST_F(RoundTripSoak, EveryCharacterOfARouteIsReadBack)
 {
     constexpr int inOneRoute = 64;
     for (int first = 1; first < 0x10000; first += inOneRoute) {
@@ -193,7 +193,7 @@ TEST_F(RoundTripSoak, EveryCharacterOfARouteComesBackAsItWasTaken)
     SaveAndReadAgain();
 }
 
-TEST_F(RoundTripSoak, EveryDistanceOfSixDigitsComesBack)
+TEST_F(RoundTripSoak, EveryDistanceOfSixDigitsIsReadBack)
 {
     const std::wstring separator = DecimalSeparator();
     const int step = static_cast<int>(Amount(997, 7));

@@ -1,7 +1,7 @@
-// Saves that cannot succeed, in any order with those that can: what was saved is still there, what was entered is still
-// in memory, and once the reason is gone the same save succeeds.
+// Failing and successful saves in random order. A failed save leaves the file and the entries in memory unchanged, and
+// succeeds once its cause is removed.
 
-#include "platform/OwnedHandle.h"
+#include "platform/system/OwnedHandle.h"
 #include "tests/data/StoreAndModel.h"
 #include "tests/data/StoreUnderTest.h"
 #include "tests/soak/Amounts.h"
@@ -21,7 +21,7 @@ using DataInterface::WriteJournalFile;
 
 namespace {
 
-OwnedHandle Hold(const std::wstring& path, DWORD access, DWORD sharing)
+OwnedHandle OpenToBlock(const std::wstring& path, DWORD access, DWORD sharing)
 {
     OwnedHandle held(CreateFileW(path.c_str(), access, sharing, nullptr, OPEN_EXISTING, 0, nullptr));
     EXPECT_TRUE(held) << GetLastError();
@@ -45,7 +45,7 @@ protected:
         SaveJournal();
     }
 
-    /// The save fails with this error and leaves file and memory as they are.
+    /// Expects that the save fails with this error and changes neither file nor memory.
     void ExpectFailure(ErrorNumber error, const std::function<void()>& save)
     {
         const std::string saved = BytesOf(journalPath);
@@ -71,7 +71,7 @@ protected:
         DataInterface::AddDay(2004, 2, 12, 1, L"not saved yet");
         model_.TakeFromStore();
         {
-            const OwnedHandle held = Hold(journalPath, GENERIC_READ, 0);
+            const OwnedHandle held = OpenToBlock(journalPath, GENERIC_READ, 0);
             ASSERT_EQ(ErrorOf([] { SaveJournal(); }), ErrorNumber::PermissionDenied);
         }
         ASSERT_TRUE(IsJournalChanged());
@@ -82,13 +82,13 @@ protected:
 
     void SaveOverAFileThatAnotherReads()
     {
-        const OwnedHandle held = Hold(journalPath, GENERIC_READ, FILE_SHARE_READ);
+        const OwnedHandle held = OpenToBlock(journalPath, GENERIC_READ, FILE_SHARE_READ);
         ExpectFailure(ErrorNumber::PermissionDenied, [] { SaveJournal(); });
     }
 
     void SaveOverAFileThatAnotherWrites()
     {
-        const OwnedHandle held = Hold(journalPath, GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE);
+        const OwnedHandle held = OpenToBlock(journalPath, GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE);
         ExpectFailure(ErrorNumber::PermissionDenied, [] { SaveJournal(); });
     }
 
@@ -128,7 +128,7 @@ protected:
 
 } // namespace
 
-TEST_F(SaveSoak, AFailedSaveLosesNeitherFileNorMemory)
+TEST_F(SaveSoak, AFailedSaveChangesNeitherFileNorMemory)
 {
     RandomUser user(Seed());
     BeginAJournal();

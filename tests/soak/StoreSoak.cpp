@@ -1,5 +1,5 @@
-// The store under hundreds of thousands of operations, with dates of the calendar and without, and at its ceiling.
-// After every one it holds what the second telling of its rules holds.
+// Hundreds of thousands of random operations on the store, with calendar dates, with any numbers, and at its capacity.
+// After each operation the store is compared with a second implementation of its rules.
 
 #include "tests/data/StoreAndModel.h"
 #include "tests/data/StoreUnderTest.h"
@@ -21,7 +21,7 @@ protected:
         StoreUnderTest::TearDown();
     }
 
-    /// Fails at the first step after which store and model differ.
+    /// Fails at the first step after which the store differs from the model.
     void Operate(RandomUser& user, std::int64_t steps)
     {
         for (std::int64_t step = 0; step < steps; ++step) {
@@ -31,7 +31,7 @@ protected:
         }
     }
 
-    /// Journals that begin empty, one after the other: a small one is changed more thoroughly than a large one.
+    /// Runs the operations on several journals that begin empty, because small journals reach more states.
     void OperateOnNewJournals(DateChoice choice, std::int64_t steps)
     {
         constexpr std::int64_t stepsOfOne = 2000;
@@ -52,17 +52,17 @@ protected:
 
 } // namespace
 
-TEST_F(StoreSoak, HoldsUnderManyOperationsOnDatesThatMeet)
+TEST_F(StoreSoak, MatchesTheModelWithManyOperationsOnTheSameDates)
 {
     OperateOnNewJournals(DateChoice::Near, Amount(2000, 120000));
 }
 
-TEST_F(StoreSoak, HoldsUnderManyOperationsOnAnyThreeNumbers)
+TEST_F(StoreSoak, MatchesTheModelWithDatesOfAnyThreeNumbers)
 {
     OperateOnNewJournals(DateChoice::Any, Amount(2000, 120000));
 }
 
-TEST_F(StoreSoak, HoldsUnderManyOperationsAtItsCeiling)
+TEST_F(StoreSoak, MatchesTheModelAtItsCapacity)
 {
     for (int i = 0; i < 20475; ++i) {
         ParseJournalLine(L"2002-02-12      1 Office");

@@ -1,4 +1,4 @@
-"""How much a story of this folder does: a short slice under ./test, all of it under ./soak."""
+"""The amounts of the Python tests of this folder: a short slice under ./test, all of it under ./soak."""
 import os
 
 
@@ -12,6 +12,6 @@ def seed():
 
 
 def closing_report(findings, **counts):
-    """The line that ./soak collects: closing_report(0, clicks=20000) prints "soak: 20000 clicks, 0 findings"."""
+    """Prints the line that ./soak collects: closing_report(0, clicks=20000) prints "soak: 20000 clicks, 0 findings"."""
     did = "".join(f"{count} {what.replace('_', ' ')}, " for what, count in counts.items())
     print(f"soak: {did}{findings} findings", flush=True)

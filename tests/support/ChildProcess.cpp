@@ -1,7 +1,7 @@
 #include "tests/support/ChildProcess.h"
 
-#include "platform/ModulePath.h"
-#include "platform/OwnedHandle.h"
+#include "platform/system/ModulePath.h"
+#include "platform/system/OwnedHandle.h"
 
 #include <gtest/gtest.h>
 

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "platform/OwnedHandle.h"
+#include "platform/system/OwnedHandle.h"
 
 #include <string>
 
-/// Runs one test of this program, or of a copy of its file, in a process of its own, waits for its end and answers its
-/// exit code: 0 if the test passed. Tests that are only ever run this way are disabled ("DISABLED_..."), which this
+/// Runs one test of this program, or of a copy of its file, in another process and returns its exit code: 0 if the test
+/// passed. Tests that are only ever run this way are disabled ("DISABLED_..."), which this
 /// call overrides.
 int RunInChildProcess(const std::wstring& fullTestName);
 int RunInChildProcess(const std::wstring& fullTestName, const std::wstring& program);

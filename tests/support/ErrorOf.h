@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/RuntimeError.h"
+#include "platform/system/RuntimeError.h"
 
 #include <optional>
 #include <ostream>
@@ -10,7 +10,7 @@ inline void PrintTo(ErrorNumber number, std::ostream* out)
     *out << "error " << static_cast<int>(number);
 }
 
-/// The run-time error that the action ends with, if it ends with one.
+/// The error that the action throws, if it throws one.
 template <typename Action>
 std::optional<ErrorNumber> ErrorOf(Action action)
 {

@@ -12,10 +12,10 @@
 
 namespace {
 
-constexpr auto patience = std::chrono::seconds(10);
+constexpr auto timeout = std::chrono::seconds(10);
 constexpr UINT lookEvery = USER_TIMER_MINIMUM;
 
-/// There is one user, as there is one screen.
+/// There is one user.
 ModalUser* theUser = nullptr;
 
 bool TakesInput(HWND window)
@@ -67,7 +67,8 @@ void Key(std::vector<INPUT>& inputs, WORD key, bool down)
     input.type = INPUT_KEYBOARD;
     input.ki.wVk = key;
     input.ki.wScan = static_cast<WORD>(MapVirtualKeyW(key, MAPVK_VK_TO_VSC));
-    input.ki.dwFlags = down ? 0U : static_cast<DWORD>(KEYEVENTF_KEYUP);
+    input.ki.dwFlags = (down ? 0U : static_cast<DWORD>(KEYEVENTF_KEYUP)) |
+                       (key == VK_RSHIFT ? static_cast<DWORD>(KEYEVENTF_EXTENDEDKEY) : 0U);
     inputs.push_back(input);
 }
 
@@ -76,7 +77,7 @@ void Send(std::vector<INPUT>& inputs)
     SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
 }
 
-/// Everything in the queue so far has been handled once a timer speaks: the system lets it wait for all other messages.
+/// WM_TIMER has the lowest priority: when it arrives, all earlier messages have been handled.
 void AwaitQuiet()
 {
     static bool quiet = false;
@@ -86,22 +87,27 @@ void AwaitQuiet()
     KillTimer(nullptr, timer);
 }
 
+INPUT MouseButton(DWORD act)
+{
+    INPUT input{};
+    input.type = INPUT_MOUSE;
+    input.mi.dwFlags = act;
+    return input;
+}
+
 void Click(HWND window, POINT point, int times)
 {
     ClientToScreen(window, &point);
-    // A made click goes to the window that is on top by the system's order, which under Wine now and then is not that
-    // of the display: a real mouse would click what it sees.
+    // Wine: SendInput clicks the window that is on top in Wine's own order, which may differ from the order on the X11
+    // display. On Windows there is one order.
     SetWindowPos(GetAncestor(window, GA_ROOT), HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
     SetCursorPos(point.x, point.y);
-    // The mouse rests before it clicks: the display's own news of the move is not to come between press and release.
+    // Wine: the X11 display reports the move of the pointer late. The report must not arrive between press and release.
     AwaitQuiet();
     std::vector<INPUT> inputs;
     for (int i = 0; i < times; ++i) {
         for (const DWORD button : {DWORD{MOUSEEVENTF_LEFTDOWN}, DWORD{MOUSEEVENTF_LEFTUP}}) {
-            INPUT input{};
-            input.type = INPUT_MOUSE;
-            input.mi.dwFlags = button;
-            inputs.push_back(input);
+            inputs.push_back(MouseButton(button));
         }
     }
     if (times > 0) {
@@ -110,7 +116,7 @@ void Click(HWND window, POINT point, int times)
     }
 }
 
-/// Presses the mouse in the upper or the lower half.
+/// Clicks the upper or the lower half.
 void ClickArrow(const UpDown& arrows, bool up)
 {
     RECT area{};
@@ -125,14 +131,14 @@ void ClickArrow(const UpDown& arrows, bool up)
 
 bool Await(const std::function<bool()>& condition, const char* what)
 {
-    const auto end = std::chrono::steady_clock::now() + patience;
+    const auto end = std::chrono::steady_clock::now() + timeout;
     for (;;) {
         DoEvents();
         if (condition()) {
             return true;
         }
         if (std::chrono::steady_clock::now() > end) {
-            ADD_FAILURE() << "never came: " << what;
+            ADD_FAILURE() << "timeout: " << what;
             return false;
         }
         MsgWaitForMultipleObjects(0, nullptr, FALSE, lookEvery, QS_ALLINPUT);
@@ -162,7 +168,7 @@ void Pick(const ComboBox& list, const std::wstring& entry)
     const auto found =
         SendMessageW(window, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(entry.c_str()));
     if (found == CB_ERR || !TakesInput(window)) {
-        ADD_FAILURE() << list.Name() << " does not offer it";
+        ADD_FAILURE() << list.Name() << " has no such entry";
         return;
     }
     SetFocus(window);
@@ -271,6 +277,17 @@ void DoubleClickAt(HWND window, POINT point)
     Click(window, point, 2);
 }
 
+void HoldMouseAt(HWND window, POINT point, const std::function<bool()>& condition)
+{
+    MoveTo(window, point);
+    std::vector<INPUT> press{MouseButton(MOUSEEVENTF_LEFTDOWN)};
+    Send(press);
+    Await(condition, "what the held mouse button brings about");
+    std::vector<INPUT> release{MouseButton(MOUSEEVENTF_LEFTUP)};
+    Send(release);
+    AwaitQuiet();
+}
+
 POINT MiddleOfLine(const ListBox& list, int line)
 {
     HWND window = list.Handle();
@@ -290,7 +307,7 @@ ModalUser::~ModalUser()
     KillTimer(nullptr, timer_);
     theUser = nullptr;
     if (!steps_.empty()) {
-        ADD_FAILURE() << steps_.size() << " steps had no form to be done in";
+        ADD_FAILURE() << steps_.size() << " steps were planned for forms that never opened";
     }
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/Controls.h"
-#include "platform/Form.h"
+#include "platform/windows/Controls.h"
+#include "platform/windows/Form.h"
 
 #include <windows.h>
 
@@ -11,24 +11,24 @@
 #include <memory>
 #include <string>
 
-// A user in front of the program's forms: everything he does reaches the program through its real windows, as the
-// messages that mouse and keyboard make. What he cannot do (press a button that is disabled) fails the running test.
+// A user of the forms of the program. Every action goes through the real windows, as messages of mouse and keyboard. An
+// action that is not possible (a click on a disabled button) fails the test.
 
-/// Handles messages until the condition holds. Fails the running test, naming what was awaited, when it never does.
+/// Handles messages until the condition is true. Fails the test, with the name of the condition, after a time limit.
 bool Await(const std::function<bool()>& condition, const char* what);
 
-/// The active window of the system is this form's: mouse and keys go to it. Brings it to the front.
+/// Activates the window of the form.
 void BringToFront(const Form& form);
 
 void Press(const CommandButton& button);
 
-/// Picks an entry by its text with the keys of the closed list.
+/// Selects an entry by its text with the keys of the closed list.
 void Pick(const ComboBox& list, const std::wstring& entry);
 
-/// Types the text over what the box holds. A locked box takes none of it.
+/// Replaces the text of the box by typing. A read-only box does not change.
 void Type(const TextBox& box, const std::wstring& text);
 
-/// Presses one of the two arrows; the form hears of it as from the mouse.
+/// Clicks one of the two arrows.
 void StepUp(const UpDown& arrows);
 void StepDown(const UpDown& arrows);
 
@@ -38,7 +38,7 @@ bool IsEnabled(const Form& form, std::initializer_list<const wchar_t*> path);
 /// Chooses a menu command by the texts that lead to it.
 void ChooseCommand(const Form& form, std::initializer_list<const wchar_t*> path);
 
-/// Presses and releases keys on the real keyboard: they reach whatever has the focus.
+/// Presses and releases keys (SendInput): the control with the focus gets them.
 void PressKey(WORD key);
 void PressKeyWith(WORD modifier, WORD key);
 /// For keys that stay down while others are pressed.
@@ -52,6 +52,8 @@ void ClickAt(HWND window, POINT point);
 /// Clicks in the middle of a control.
 void ClickOn(const Control& control);
 void DoubleClickAt(HWND window, POINT point);
+/// Presses the mouse on a point of the window's client area until the condition holds.
+void HoldMouseAt(HWND window, POINT point, const std::function<bool()>& condition);
 
 /// The middle of a line of a list, scrolled into view.
 POINT MiddleOfLine(const ListBox& list, int line);

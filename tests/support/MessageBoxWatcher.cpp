@@ -86,7 +86,13 @@ MessageBoxWatcher::~MessageBoxWatcher()
 void MessageBoxWatcher::AnswerNext(int button)
 {
     const std::lock_guard lock(mutex_);
-    answers_.push_back(button);
+    answers_.push_back({.button = button});
+}
+
+void MessageBoxWatcher::LeaveNextOpenWhile(std::function<void()> action)
+{
+    const std::lock_guard lock(mutex_);
+    answers_.push_back({.action = std::move(action)});
 }
 
 std::vector<SeenMessageBox> MessageBoxWatcher::Seen() const
@@ -107,42 +113,51 @@ std::vector<std::wstring> MessageBoxWatcher::Texts() const
 void MessageBoxWatcher::Watch()
 {
     while (!stopping_) {
+        std::erase_if(leftOpen_, [](HWND box) { return IsWindow(box) == FALSE; });
         if (HWND box = FindBox(); box != nullptr) {
             ReadAndAnswer(box);
         }
         std::this_thread::sleep_for(lookEvery);
     }
+    std::ranges::for_each(actions_, &std::thread::join);
 }
 
 HWND MessageBoxWatcher::FindBox() const
 {
-    HWND found = nullptr;
+    std::vector<HWND> boxes;
     EnumThreadWindows(
         watchedThread_,
-        [](HWND window, LPARAM result) -> BOOL {
-            const bool isBox =
-                IsWindowVisible(window) != 0 && ClassOf(window) == L"#32770" && GetDlgItem(window, idOfText) != nullptr;
-            if (isBox) {
-                *reinterpret_cast<HWND*>(result) = window;
+        [](HWND window, LPARAM found) -> BOOL {
+            if (IsWindowVisible(window) != 0 && ClassOf(window) == L"#32770" &&
+                GetDlgItem(window, idOfText) != nullptr) {
+                reinterpret_cast<std::vector<HWND>*>(found)->push_back(window);
             }
-            return !isBox;
+            return TRUE;
         },
-        reinterpret_cast<LPARAM>(&found));
-    return found;
+        reinterpret_cast<LPARAM>(&boxes));
+    const auto isUnanswered = [this](HWND box) { return std::ranges::find(leftOpen_, box) == leftOpen_.end(); };
+    const auto box = std::ranges::find_if(boxes, isUnanswered);
+    return box != boxes.end() ? *box : nullptr;
 }
 
 void MessageBoxWatcher::ReadAndAnswer(HWND box)
 {
     const SeenMessageBox seen = Read(box);
-    int button = seen.defaultButton;
+    Answer answer{.button = seen.defaultButton};
     {
         const std::lock_guard lock(mutex_);
         seen_.push_back(seen);
         if (!answers_.empty()) {
-            button = answers_.front();
+            answer = answers_.front();
             answers_.pop_front();
         }
     }
+    if (answer.action) {
+        leftOpen_.push_back(box);
+        actions_.emplace_back(answer.action);
+        return;
+    }
+    const int button = answer.button;
     PostMessageW(box, WM_COMMAND, MAKEWPARAM(button, BN_CLICKED), reinterpret_cast<LPARAM>(GetDlgItem(box, button)));
     while (!stopping_ && IsWindow(box) != 0) {
         std::this_thread::sleep_for(lookEvery);

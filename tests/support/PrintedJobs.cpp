@@ -16,10 +16,7 @@
 
 namespace fs = std::filesystem;
 
-namespace {
-
-/// Where the printer puts its pages, as a Windows path.
-fs::path Printed()
+fs::path PrintedFolder()
 {
     const wchar_t* folder = _wgetenv(L"ODOMIRA_PRINTED");
     if (folder == nullptr) {
@@ -27,6 +24,8 @@ fs::path Printed()
     }
     return fs::path(L"Z:" + std::wstring(folder)).make_preferred();
 }
+
+namespace {
 
 /// The same path for a program of the host.
 std::wstring HostPath(const fs::path& path)
@@ -40,20 +39,20 @@ std::string Contents(const fs::path& path)
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
-/// Waits for a file that a program of the host has begun to write and renames when it is done.
+/// Waits for a file that a program of the host writes and then renames.
 void WaitForFile(const fs::path& path)
 {
     const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(30);
     while (!fs::exists(path)) {
         if (std::chrono::steady_clock::now() > end) {
-            throw std::runtime_error("nothing came out: " + path.string());
+            throw std::runtime_error("nothing was printed: " + path.string());
         }
         std::this_thread::sleep_for(std::chrono::milliseconds(20));
     }
 }
 
-/// Has the host's shell make a file, as `command` writes it to $1. Programs of the host cannot be waited for, so the
-/// file gets its name when it is complete.
+/// Runs a command in the host's shell that writes a file to $1. A Windows program cannot wait for a program of the
+/// host, so the file gets its name when it is complete.
 void MakeOnHost(const fs::path& made, const std::wstring& command)
 {
     if (fs::exists(made)) {
@@ -100,12 +99,11 @@ std::wstring Unescaped(const std::string& value)
     const std::wstring text = value.starts_with("&#x")
                                   ? std::wstring{static_cast<wchar_t>(std::stoul(value.substr(3), nullptr, 16))}
                                   : FromUtf8(value);
-    // The type has one shape for two characters, and the PDF names the rarer one.
+    // The font has one glyph for two characters, and the PDF names the rarer one.
     return text == L"\u00AD" ? L"-" : text == L"\u00A0" ? L" " : text;
 }
 
-/// Puts the characters of one run of equal type together to words: a gap wider than a twentieth of the type separates
-/// two.
+/// Joins characters of the same font to words. A gap wider than a twentieth of the font size separates two words.
 void AddWords(std::vector<PrintedWord>& words, const std::vector<Character>& run, const PrintedWord& like)
 {
     const double gap = like.points;
@@ -158,6 +156,38 @@ std::vector<PrintedWord> PrintedJob::Words() const
     return words;
 }
 
+std::vector<WordOnSheet> PrintedJob::WordsOnSheets() const
+{
+    fs::path listing = pdf;
+    listing.replace_extension(".bounds");
+    MakeOnHost(listing, L"pdftotext -bbox '" + HostPath(pdf) + L"' $1");
+    std::istringstream lines(Contents(listing));
+    const std::regex sheet(R"re(<page width="([0-9.]+)" height="([0-9.]+)")re");
+    const std::regex word(
+        R"re(<word xMin="(-?[0-9.]+)" yMin="(-?[0-9.]+)" xMax="(-?[0-9.]+)" yMax="(-?[0-9.]+)">([^<]*)<)re");
+    constexpr double point = 20;
+    std::vector<WordOnSheet> words;
+    WordOnSheet next{};
+    std::smatch match;
+    const auto twips = [&match](std::size_t group) { return std::stod(match[group]) * point; };
+    for (std::string line; std::getline(lines, line);) {
+        if (std::regex_search(line, match, sheet)) {
+            ++next.page;
+            next.sheetWidth = twips(1);
+            next.sheetHeight = twips(2);
+        } else if (std::regex_search(line, match, word)) {
+            next.left = twips(1);
+            next.top = twips(2);
+            next.right = twips(3);
+            next.bottom = twips(4);
+            next.text = FromUtf8(match[5]);
+            std::ranges::replace(next.text, L'\u00AD', L'-'); // the font has one glyph for both
+            words.push_back(next);
+        }
+    }
+    return words;
+}
+
 PagePicture::PagePicture(const PrintedJob& job, int page)
 {
     fs::path picture = job.pdf;
@@ -189,7 +219,7 @@ std::vector<PrintedJob> WaitForJobs(std::size_t count)
     for (std::size_t number = 1;; ++number) {
         std::wstring name = std::to_wstring(number);
         name.insert(0, 5 - name.size(), L'0');
-        const fs::path base = Printed() / (L"job-" + name);
+        const fs::path base = PrintedFolder() / (L"job-" + name);
         const fs::path pdf = base.wstring() + L".pdf";
         if (number > count && !fs::exists(pdf)) {
             return jobs;
@@ -206,16 +236,18 @@ std::vector<PrintedJob> WaitForJobs(std::size_t count)
 
 std::size_t JobsEverQueued()
 {
-    const fs::path spool = Printed().parent_path() / "spool";
+    const fs::path spool = PrintedFolder().parent_path() / "spool";
     return static_cast<std::size_t>(std::ranges::count_if(fs::directory_iterator(spool), [](const auto& entry) {
         return entry.is_regular_file() && entry.path().filename().string().starts_with("d");
     }));
 }
 
-std::string TakePrintedFile()
+std::string TakePrintedFile(const fs::path& path)
 {
-    const fs::path taken = Printed() / "file.ps";
-    fs::remove(taken);
-    MakeOnHost(taken, L"mv FILE: $1");
-    return Contents(taken);
+    if (!fs::exists(path)) {
+        MakeOnHost(path, L"mv FILE: $1");
+    }
+    std::string contents = Contents(path);
+    fs::remove(path);
+    return contents;
 }

@@ -15,7 +15,20 @@ struct PrintedWord {
     std::string font;
 };
 
-/// A job that came out of one of the machine's printers.
+/// The area of a word on its sheet, in twips from the top left of the sheet in portrait: words printed in landscape are
+/// rotated.
+struct WordOnSheet {
+    int page; ///< counted from 1
+    std::wstring text;
+    double left;
+    double top;
+    double right;
+    double bottom;
+    double sheetWidth;
+    double sheetHeight;
+};
+
+/// A job that one of the machine's printers has printed.
 struct PrintedJob {
     std::wstring title;
     int copies = 0;
@@ -23,6 +36,8 @@ struct PrintedJob {
     std::filesystem::path pdf;
 
     std::vector<PrintedWord> Words() const;
+    /// The same words, read by a program that also reads rotated text.
+    std::vector<WordOnSheet> WordsOnSheets() const;
 };
 
 /// One page of a job as a grey picture.
@@ -39,12 +54,15 @@ private:
     std::vector<unsigned char> pixels_;
 };
 
-/// Waits until the printers have put out at least `count` jobs on this machine and returns all of them, oldest first.
+/// Waits until the printers of this machine have printed at least `count` jobs and returns all jobs, oldest first.
 std::vector<PrintedJob> WaitForJobs(std::size_t count);
 
-/// Jobs that the print queue knows of in any state, whether they came out or not.
+/// The number of jobs in the print queue, in any state.
 std::size_t JobsEverQueued();
 
-/// Takes away what was printed into a file, and returns it. Where Windows asks for the file's name, Wine gives the file
-/// that of the port, "FILE:", and puts it into the folder where the program runs.
-std::string TakePrintedFile();
+/// The folder of the printed pages, as a Windows path.
+std::filesystem::path PrintedFolder();
+
+/// Deletes the file that a job was printed to, and returns its content. Wine 8 does not ask for a name: it writes a
+/// file with the name of the port, "FILE:", to the current folder of the program.
+std::string TakePrintedFile(const std::filesystem::path& path);

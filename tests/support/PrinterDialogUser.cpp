@@ -9,7 +9,7 @@
 
 namespace {
 
-/// Calls condition until it is true; false when that takes too long.
+/// Calls condition until it is true; returns false after a time limit.
 template <typename Condition>
 bool WaitUntil(Condition condition)
 {
@@ -23,26 +23,32 @@ bool WaitUntil(Condition condition)
     return true;
 }
 
-/// The dialog among the windows of a thread: it has the system's list of printers.
-HWND FindDialog(DWORD thread)
+/// The visible window of a thread that has this control.
+HWND FindDialog(DWORD thread, int control)
 {
-    HWND found = nullptr;
+    struct Search {
+        int control;
+        HWND found;
+    } search{control, nullptr};
     EnumThreadWindows(
         thread,
-        [](HWND window, LPARAM result) -> BOOL {
-            if (IsWindowVisible(window) == FALSE || GetDlgItem(window, cmb4) == nullptr) {
-                return TRUE;
+        [](HWND window, LPARAM parameter) -> BOOL {
+            auto& wanted = *reinterpret_cast<Search*>(parameter);
+            if (IsWindowVisible(window) != FALSE && GetDlgItem(window, wanted.control) != nullptr) {
+                wanted.found = window;
             }
-            *reinterpret_cast<HWND*>(result) = window;
-            return FALSE;
+            return wanted.found == nullptr ? TRUE : FALSE;
         },
-        reinterpret_cast<LPARAM>(&found));
-    return found;
+        reinterpret_cast<LPARAM>(&search));
+    return search.found;
 }
+
+constexpr int listOfPrinters = cmb4;
 
 } // namespace
 
-PrinterDialogUser::PrinterDialogUser(std::function<void(HWND)> answer) : answer_(std::move(answer))
+PrinterDialogUser::PrinterDialogUser(std::function<void(HWND)> answer, std::wstring filePath)
+    : answer_(std::move(answer)), filePath_(std::move(filePath))
 {
     thread_ = std::thread([this] {
         HWND dialog = WaitForDialog();
@@ -54,6 +60,9 @@ PrinterDialogUser::PrinterDialogUser(std::function<void(HWND)> answer) : answer_
         selection_ = IsWindowEnabled(GetDlgItem(dialog, rad2)) != FALSE;
         answer_(dialog);
         WaitUntil([dialog] { return IsWindow(dialog) == FALSE; });
+        if (!filePath_.empty()) {
+            AnswerFileDialog();
+        }
     });
 }
 
@@ -64,12 +73,13 @@ PrinterDialogUser::~PrinterDialogUser()
 
 void PrinterDialogUser::WaitUntilGone()
 {
+    printed_ = true;
     if (thread_.joinable()) {
         thread_.join();
     }
 }
 
-PrinterDialogUser PrinterDialogUser::WhoPrints(int copies)
+PrinterDialogUser PrinterDialogUser::ToPrint(int copies)
 {
     return PrinterDialogUser([copies](HWND dialog) {
         const std::wstring text = std::to_wstring(copies);
@@ -78,7 +88,7 @@ PrinterDialogUser PrinterDialogUser::WhoPrints(int copies)
     });
 }
 
-PrinterDialogUser PrinterDialogUser::WhoPrintsOn(const std::wstring& printer)
+PrinterDialogUser PrinterDialogUser::ToPrintOn(const std::wstring& printer)
 {
     return PrinterDialogUser([printer](HWND dialog) {
         HWND printers = GetDlgItem(dialog, cmb4);
@@ -88,12 +98,12 @@ PrinterDialogUser PrinterDialogUser::WhoPrintsOn(const std::wstring& printer)
     });
 }
 
-PrinterDialogUser PrinterDialogUser::WhoCancels()
+PrinterDialogUser PrinterDialogUser::ToCancel()
 {
     return PrinterDialogUser([](HWND dialog) { PostMessageW(dialog, WM_COMMAND, IDCANCEL, 0); });
 }
 
-PrinterDialogUser PrinterDialogUser::WhoPrintsAfter(std::function<void()> action)
+PrinterDialogUser PrinterDialogUser::ToPrintAfter(std::function<void()> action)
 {
     return PrinterDialogUser([action = std::move(action)](HWND dialog) {
         action();
@@ -101,17 +111,30 @@ PrinterDialogUser PrinterDialogUser::WhoPrintsAfter(std::function<void()> action
     });
 }
 
-PrinterDialogUser PrinterDialogUser::WhoPrintsIntoAFile()
+PrinterDialogUser PrinterDialogUser::ToPrintToFile(const std::wstring& path)
 {
-    return PrinterDialogUser([](HWND dialog) {
-        CheckDlgButton(dialog, chx1, BST_CHECKED);
+    return PrinterDialogUser(
+        [](HWND dialog) {
+            CheckDlgButton(dialog, chx1, BST_CHECKED);
+            PostMessageW(dialog, WM_COMMAND, IDOK, 0);
+        },
+        path);
+}
+
+void PrinterDialogUser::AnswerFileDialog() const
+{
+    HWND dialog = nullptr;
+    WaitUntil([&] { return (dialog = FindDialog(watchedThread_, IDOK)) != nullptr || printed_; });
+    if (dialog != nullptr) {
+        HWND name = FindWindowExW(dialog, nullptr, L"Edit", nullptr);
+        SendMessageW(name, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(filePath_.c_str()));
         PostMessageW(dialog, WM_COMMAND, IDOK, 0);
-    });
+    }
 }
 
 HWND PrinterDialogUser::WaitForDialog() const
 {
     HWND dialog = nullptr;
-    WaitUntil([&] { return (dialog = FindDialog(watchedThread_)) != nullptr; });
+    WaitUntil([&] { return (dialog = FindDialog(watchedThread_, listOfPrinters)) != nullptr; });
     return dialog;
 }

@@ -1,6 +1,6 @@
 #include "tests/support/RecordedPages.h"
 
-#include "platform/RuntimeError.h"
+#include "platform/system/RuntimeError.h"
 
 #include <windows.h>
 
@@ -15,17 +15,37 @@
 
 namespace {
 
-HDC MachinePrinter()
+std::wstring DefaultPrinter()
 {
     std::array<wchar_t, 256> name{};
     auto size = static_cast<DWORD>(name.size());
     if (GetDefaultPrinterW(name.data(), &size) == FALSE) {
         throw std::runtime_error("this test needs a machine with a printer");
     }
-    return CreateICW(nullptr, name.data(), nullptr, nullptr);
+    return name.data();
 }
 
-/// Follows the records of one metafile and writes down what they draw.
+HDC ContextOf(const PrinterDevice& device)
+{
+    std::vector<std::byte> mode = device.mode;
+    return CreateICW(nullptr, device.name.c_str(), nullptr,
+                     mode.empty() ? nullptr : reinterpret_cast<DEVMODEW*>(mode.data()));
+}
+
+/// The beginning of a record of ExtCreatePen as Wine 10 writes it: the pen has its 64-bit layout, with padding before
+/// it, at an address that is not aligned for it. Windows writes the 32-bit layout without padding.
+struct CreatePenRecord {
+    EMR emr;
+    DWORD ihPen;
+    std::array<DWORD, 4> bitmap;
+    DWORD padding;
+    DWORD style;
+    DWORD width;
+    DWORD brush;
+    COLORREF colour;
+};
+
+/// Reads the records of a metafile.
 class Reader {
 public:
     Reader(RecordedPage& page, int dpi) : page_(page), dpi_(dpi) {}
@@ -57,6 +77,7 @@ private:
     double Twips(LONG pixels) const { return pixels * 1440.0 / dpi_; }
 
     void Take(const ENHMETARECORD* record);
+    void TakeObject(const ENHMETARECORD* record);
     void Select(DWORD handle);
     void TakeText(const EMREXTTEXTOUTW& text);
     void TakeLine(POINTL to);
@@ -114,7 +135,7 @@ void Reader::TakeBox(RECTL box)
                            brush_.solid, brush_.colour, drawn_++});
 }
 
-void Reader::Take(const ENHMETARECORD* record)
+void Reader::TakeObject(const ENHMETARECORD* record)
 {
     switch (record->iType) {
     case EMR_EXTCREATEFONTINDIRECTW: {
@@ -123,13 +144,13 @@ void Reader::Take(const ENHMETARECORD* record)
         break;
     }
     case EMR_EXTCREATEPEN: {
-        const auto& made = As<EMREXTCREATEPEN>(record);
-        objects_[made.ihPen] = Pen{static_cast<int>(made.elp.elpWidth),
-                                   (made.elp.elpPenStyle & PS_STYLE_MASK) == PS_USERSTYLE, made.elp.elpColor};
+        const auto& made = As<CreatePenRecord>(record);
+        objects_[made.ihPen] =
+            Pen{static_cast<int>(made.width), (made.style & PS_STYLE_MASK) == PS_USERSTYLE, made.colour};
         break;
     }
     case EMR_CREATEPEN: {
-        const auto& made = As<EMRCREATEPEN>(record); // Wine records every pen this way
+        const auto& made = As<EMRCREATEPEN>(record); // Wine 8 records every pen this way
         objects_[made.ihPen] = Pen{static_cast<int>(made.lopn.lopnWidth.x),
                                    (made.lopn.lopnStyle & PS_STYLE_MASK) == PS_USERSTYLE, made.lopn.lopnColor};
         break;
@@ -139,6 +160,20 @@ void Reader::Take(const ENHMETARECORD* record)
         objects_[made.ihBrush] = Brush{made.lb.lbStyle == BS_SOLID, made.lb.lbColor};
         break;
     }
+    default:
+        break;
+    }
+}
+
+void Reader::Take(const ENHMETARECORD* record)
+{
+    switch (record->iType) {
+    case EMR_EXTCREATEFONTINDIRECTW:
+    case EMR_EXTCREATEPEN:
+    case EMR_CREATEPEN:
+    case EMR_CREATEBRUSHINDIRECT:
+        TakeObject(record);
+        break;
     case EMR_SELECTOBJECT:
         Select(As<EMRSELECTOBJECT>(record).ihObject);
         break;
@@ -164,8 +199,8 @@ void Reader::Take(const ENHMETARECORD* record)
 
 class Recorder final : public PrintPages {
 public:
-    explicit Recorder(std::shared_ptr<Recording> recording)
-        : recording_(std::move(recording)), device_(MachinePrinter()), dpi_(GetDeviceCaps(device_, LOGPIXELSX))
+    Recorder(std::shared_ptr<Recording> recording, const PrinterDevice& device)
+        : recording_(std::move(recording)), device_(ContextOf(device)), dpi_(GetDeviceCaps(device_, LOGPIXELSX))
     {
     }
 
@@ -221,5 +256,10 @@ private:
 
 std::unique_ptr<PrintPages> RecordPages(std::shared_ptr<Recording> recording)
 {
-    return std::make_unique<Recorder>(std::move(recording));
+    return RecordPages(std::move(recording), {.name = DefaultPrinter()});
+}
+
+std::unique_ptr<PrintPages> RecordPages(std::shared_ptr<Recording> recording, const PrinterDevice& device)
+{
+    return std::make_unique<Recorder>(std::move(recording), device);
 }

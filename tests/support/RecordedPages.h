@@ -1,12 +1,12 @@
 #pragma once
 
-#include "platform/Printer.h"
+#include "platform/print/Printer.h"
 
 #include <memory>
 #include <string>
 #include <vector>
 
-/// What was drawn on a page, in the order of drawing. Positions are twips; widths of lines are device pixels.
+/// The drawing on a page, in its order. Positions are twips; widths of lines are device pixels.
 struct DrawnText {
     std::wstring text;
     double x;
@@ -16,6 +16,8 @@ struct DrawnText {
     bool bold;
     bool italic;
     bool transparent;
+
+    bool operator==(const DrawnText&) const = default;
 };
 
 struct DrawnLine {
@@ -26,7 +28,9 @@ struct DrawnLine {
     int width;
     bool dotted;
     PrintColour colour;
-    std::size_t when; ///< place in the order of all drawing on the page
+    std::size_t when; ///< position in the order of all drawing on the page
+
+    bool operator==(const DrawnLine&) const = default;
 };
 
 struct DrawnBox {
@@ -38,6 +42,8 @@ struct DrawnBox {
     bool filled;
     PrintColour fill;
     std::size_t when;
+
+    bool operator==(const DrawnBox&) const = default;
 };
 
 struct RecordedPage {
@@ -46,7 +52,7 @@ struct RecordedPage {
     std::vector<DrawnBox> boxes;
 };
 
-/// What became of a document.
+/// A document and its end.
 struct Recording {
     std::vector<RecordedPage> pages;
     bool ended = false;
@@ -60,3 +66,6 @@ struct Recording {
 
 /// Records a document instead of printing it, with the size and resolution of the machine's printer.
 std::unique_ptr<PrintPages> RecordPages(std::shared_ptr<Recording> recording);
+
+/// The same with the size and resolution of a device.
+std::unique_ptr<PrintPages> RecordPages(std::shared_ptr<Recording> recording, const PrinterDevice& device);

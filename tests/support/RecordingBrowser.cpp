@@ -21,6 +21,9 @@ void SetCommand(const std::wstring& key, const std::wstring& command)
     RegSetKeyValueW(HKEY_LOCAL_MACHINE, key.c_str(), nullptr, REG_SZ, command.c_str(), size);
 }
 
+constexpr const wchar_t* endingOfPages = L"Software\\Classes\\.html";
+constexpr const wchar_t* kindOfPages = L"Software\\Classes\\odomira.page";
+
 std::wstring InQuotes(const std::wstring& text)
 {
     return L'"' + text + L'"';
@@ -44,10 +47,23 @@ BrowserCommand::~BrowserCommand()
     }
 }
 
-std::wstring RecordingBrowser::CommandWith(const std::wstring& record)
+PageCommand::PageCommand(const std::wstring& command) : former_(CommandIn(endingOfPages))
 {
-    const std::wstring program = std::filesystem::path(ODOMIRA_RECORDING_BROWSER).make_preferred().wstring();
-    return InQuotes(program) + L' ' + InQuotes(record) + L" \"%1\"";
+    SetCommand(endingOfPages, L"odomira.page");
+    SetCommand(kindOfPages + std::wstring(L"\\shell\\open\\command"), command);
+}
+
+PageCommand::~PageCommand()
+{
+    SetCommand(endingOfPages, former_);
+    RegDeleteTreeW(HKEY_LOCAL_MACHINE, kindOfPages);
+}
+
+RecordingBrowser::RecordingBrowser(Place place)
+    : line_(InQuotes(std::filesystem::path(ODOMIRA_RECORDING_BROWSER).make_preferred().wstring()) + L' ' +
+            InQuotes(record_) + (place == Place::Marked ? L" \"%1\"" : L"")),
+      command_(line_)
+{
 }
 
 std::vector<std::string> RecordingBrowser::Shown() const

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-/// While it lives, web pages are opened by the given command; then by the machine's own again.
+/// During its lifetime, this command opens web pages.
 class BrowserCommand {
 public:
     explicit BrowserCommand(const std::wstring& command);
@@ -18,21 +18,44 @@ private:
     std::map<std::wstring, std::wstring> former_; ///< by the key of the scheme
 };
 
-/// While it lives, the user's browser is a small program that writes down what it is asked to show.
+/// During its lifetime, this command opens HTML files.
+class PageCommand {
+public:
+    explicit PageCommand(const std::wstring& command);
+    ~PageCommand();
+    PageCommand(const PageCommand&) = delete;
+    PageCommand& operator=(const PageCommand&) = delete;
+
+private:
+    std::wstring former_; ///< the former file type of a page
+};
+
+/// During its lifetime, the default browser is a program that records the addresses that it gets.
 class RecordingBrowser {
 public:
-    /// The addresses shown so far. The browser is a program of its own: ask until it has come.
+    /// Marked: the command contains %1.
+    enum class Place { Marked, None };
+
+    explicit RecordingBrowser(Place place = Place::Marked);
+
+    /// The command that starts it.
+    const std::wstring& Command() const noexcept { return line_; }
+
+    /// The addresses so far. The browser is another process: poll.
     std::vector<std::string> Shown() const;
 
 private:
     TemporaryFolder folder_;
     std::wstring record_ = folder_.File(L"shown");
-    BrowserCommand command_{CommandWith(record_)};
-
-    static std::wstring CommandWith(const std::wstring& record);
+    std::wstring line_;
+    BrowserCommand command_;
 };
 
-/// While it lives, the program that shall show web pages is missing.
+/// During its lifetime, the program of the default browser does not exist.
 class MissingBrowser {
-    BrowserCommand command_{L"\"C:\\no such folder\\browser.exe\" \"%1\""};
+public:
+    static constexpr const wchar_t* command = L"\"C:\\no such folder\\browser.exe\" \"%1\"";
+
+private:
+    BrowserCommand command_{command};
 };

@@ -1,4 +1,4 @@
-// recording_browser FILE ADDRESS: adds the address as a line to the file. Stands in for the user's web browser.
+// recording_browser FILE ADDRESS: adds the address as a line to the file. Replaces the web browser.
 #include <fstream>
 
 int main(int count, char** arguments)

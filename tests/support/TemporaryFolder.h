@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-/// A real folder that is empty at first and goes with everything in it.
+/// An empty folder, deleted with its content by the destructor.
 class TemporaryFolder {
 public:
     TemporaryFolder();

@@ -34,6 +34,23 @@ protected:
         return font.lfUnderline != 0;
     }
 
+    /// What the screen shows of a control.
+    static std::vector<COLORREF> Pixels(const Control& control)
+    {
+        RedrawWindow(control.Handle(), nullptr, nullptr, RDW_UPDATENOW);
+        RECT area{};
+        GetClientRect(control.Handle(), &area);
+        HDC surface = GetDC(control.Handle());
+        std::vector<COLORREF> pixels;
+        for (int y = 0; y < area.bottom; ++y) {
+            for (int x = 0; x < area.right; ++x) {
+                pixels.push_back(GetPixel(surface, x, y));
+            }
+        }
+        ReleaseDC(control.Handle(), surface);
+        return pixels;
+    }
+
     static HCURSOR Hand()
     {
         return static_cast<HCURSOR>(LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(103), IMAGE_CURSOR, 0, 0,
@@ -43,7 +60,7 @@ protected:
 
 } // namespace
 
-TEST_F(AboutBox, TellsTheProgramItsVersionAndWhoseItIs)
+TEST_F(AboutBox, ShowsTheProductTheVersionAndTheCopyright)
 {
     WhileOpen([](frmAbout& form) {
         EXPECT_EQ(form.Caption(), L"About Odomira");
@@ -58,7 +75,7 @@ TEST_F(AboutBox, TellsTheProgramItsVersionAndWhoseItIs)
     });
 }
 
-TEST_F(AboutBox, IsCalledOmInSwedishAndLeavesTheRestAsItIs)
+TEST_F(AboutBox, HasASwedishCaptionOnly)
 {
     Module1::languageOffset = 100;
     WhileOpen([](frmAbout& form) {
@@ -80,7 +97,7 @@ TEST_F(AboutBox, UnderlinesTheLinkWhileTheMouseIsOverIt)
     });
 }
 
-TEST_F(AboutBox, KeepsTheLineUntilTheMouseIsOverTheFormItself)
+TEST_F(AboutBox, KeepsTheUnderlineUntilTheMouseIsOverTheForm)
 {
     WhileOpen([](frmAbout& form) {
         for (const Control* other : std::initializer_list<const Control*>{
@@ -97,7 +114,7 @@ TEST_F(AboutBox, KeepsTheLineUntilTheMouseIsOverTheFormItself)
     });
 }
 
-TEST_F(AboutBox, HasItsOwnHandOverTheLinkOnly)
+TEST_F(AboutBox, HasAHandCursorOverTheLinkOnly)
 {
     WhileOpen([](frmAbout& form) {
         ASSERT_NE(Hand(), nullptr);
@@ -133,6 +150,60 @@ TEST_F(AboutBox, OpensTheProductsHomePageInTheBrowser)
     EXPECT_TRUE(watcher.Seen().empty());
 }
 
+TEST_F(AboutBox, OpensTheLinkWithTheKeyboard)
+{
+    const RecordingBrowser browser;
+    WhileOpen([&](frmAbout& form) {
+        for (const WORD key : std::initializer_list<WORD>{VK_RETURN, VK_SPACE}) {
+            SCOPED_TRACE(key);
+            const std::size_t before = browser.Shown().size();
+            form.cmdOK.SetFocus();
+            PressKey(VK_TAB);
+            ASSERT_TRUE(HasFocus(form.Label3));
+            EXPECT_EQ(browser.Shown().size(), before);
+            PressKey(key);
+            Await([&] { return browser.Shown().size() > before; }, "the browser");
+            EXPECT_EQ(browser.Shown().back(), "https://odomira.example.com/");
+            ASSERT_TRUE(form.IsLoaded());
+            BringToFront(form);
+        }
+    });
+}
+
+TEST_F(AboutBox, ShowsWhetherTheLinkHasTheKeyboard)
+{
+    WhileOpen([&](frmAbout& form) {
+        MoveOverTheForm(form);
+        const std::vector<COLORREF> plain = Pixels(form.Label3);
+        PressKey(VK_TAB);
+        ASSERT_TRUE(HasFocus(form.Label3));
+        const std::vector<COLORREF> marked = Pixels(form.Label3);
+        EXPECT_NE(marked, plain);
+        for (int time = 1; time <= 3; ++time) {
+            RECT corner{0, 0, 5, 5 * time};
+            InvalidateRect(form.Label3.Handle(), &corner, TRUE);
+            EXPECT_EQ(Pixels(form.Label3), marked) << "painted again in part";
+        }
+        MoveOver(form.Label3);
+        MoveOverTheForm(form);
+        EXPECT_EQ(Pixels(form.Label3), marked) << "after the mouse";
+        EXPECT_FALSE(IsUnderlined(form.Label3));
+        PressKey(VK_TAB);
+        ASSERT_TRUE(HasFocus(form.cmdOK));
+        EXPECT_EQ(Pixels(form.Label3), plain);
+    });
+}
+
+TEST_F(AboutBox, KeepsTheKeyboardWhereItIsWhenTheMouseClicksTheLink)
+{
+    const RecordingBrowser browser;
+    WhileOpen([&](frmAbout& form) {
+        ClickOn(form.Label3);
+        Await([&] { return !browser.Shown().empty(); }, "the browser");
+        EXPECT_FALSE(HasFocus(form.Label3));
+    });
+}
+
 TEST_F(AboutBox, SaysInEnglishThatThereIsNoBrowserAndStaysOpen)
 {
     const MissingBrowser browser;
@@ -154,7 +225,7 @@ TEST_F(AboutBox, SaysInEnglishThatThereIsNoBrowserAndStaysOpen)
     }
 }
 
-TEST_F(AboutBox, TakesItsCaptionAnewEachTimeItBecomesActive)
+TEST_F(AboutBox, SetsItsCaptionAtEachActivation)
 {
     const MissingBrowser browser;
     const MessageBoxWatcher watcher;

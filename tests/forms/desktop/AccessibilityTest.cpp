@@ -1,4 +1,4 @@
-// What a user hears who does not see the windows: every box, list and choice is announced by a name.
+// Every box, list and option button has a name for assistive technology.
 #include "tests/forms/desktop/NameKeeper.h"
 #include "tests/forms/desktop/Walk.h"
 
@@ -6,6 +6,7 @@
 #include "forms/prefs/frmSettings.h"
 #include "forms/prefs/frmUserinfo.h"
 #include "forms/print/frmInterval.h"
+#include "forms/print/frmProgress.h"
 
 #include <gmock/gmock.h>
 
@@ -22,10 +23,10 @@ constexpr const char* journal = "2004-12-31  392.2 Depot 4 to site, return\r\n";
 
 class Announcing : public ProgramUnderTest {
 protected:
-    // Made before the program starts and gone after it has ended.
+    // It must exist before the program starts and until after the program ends.
     NameKeeper keeper;
 
-    void TearDown() override { UnloadThe<frmMain>(); }
+    void TearDown() override { UnloadInstance<frmMain>(); }
 };
 
 std::wstring ClassOf(HWND window)
@@ -35,7 +36,7 @@ std::wstring ClassOf(HWND window)
     return name.data();
 }
 
-/// The name that the system derives from what is on the form.
+/// The name that Active Accessibility derives from the controls of the form.
 std::wstring DerivedName(HWND window)
 {
     void* found = nullptr;
@@ -53,7 +54,7 @@ std::wstring DerivedName(HWND window)
     return text;
 }
 
-/// The text of the label that stands right before a control, in the order in which the system looks for it.
+/// The text of the label right before a control in the z-order.
 std::wstring LabelBefore(HWND window)
 {
     HWND before = GetWindow(window, GW_HWNDPREV);
@@ -63,7 +64,8 @@ std::wstring LabelBefore(HWND window)
 bool HasNoCaptionOfItsOwn(const Control& control)
 {
     return dynamic_cast<const TextBox*>(&control) != nullptr || dynamic_cast<const ComboBox*>(&control) != nullptr ||
-           dynamic_cast<const ListBox*>(&control) != nullptr || dynamic_cast<const TreeView*>(&control) != nullptr;
+           dynamic_cast<const ListBox*>(&control) != nullptr || dynamic_cast<const TreeView*>(&control) != nullptr ||
+           dynamic_cast<const ProgressBar*>(&control) != nullptr;
 }
 
 bool IsChoice(const Control& control)
@@ -71,7 +73,7 @@ bool IsChoice(const Control& control)
     return dynamic_cast<const OptionButton*>(&control) != nullptr || dynamic_cast<const CheckBox*>(&control) != nullptr;
 }
 
-/// What is announced where the system keeps the names it is given.
+/// The name that assistive technology announces on Windows.
 std::wstring NameOf(const NameKeeper& keeper, const Control& control)
 {
     std::wstring given = keeper.NameOf(control.Handle());
@@ -102,7 +104,7 @@ TEST_F(Announcing, NamesEveryBoxAndChoiceOfEveryForm)
     });
 }
 
-TEST_F(Announcing, LetsTheSystemFindTheLabelOfEveryTextBox)
+TEST_F(Announcing, PutsALabelRightBeforeEveryTextBox)
 {
     Start({.journal = journal});
     int boxesSeen = 0;
@@ -118,14 +120,14 @@ TEST_F(Announcing, LetsTheSystemFindTheLabelOfEveryTextBox)
     EXPECT_EQ(boxesSeen, 3 + 3 + 2 + 3);
 }
 
-TEST_F(Announcing, NamesTheTreeAndTheListByWhatTheyShow)
+TEST_F(Announcing, NamesTheTreeAndTheListByTheirHeadings)
 {
     Start({.journal = journal, .unit = L"miles"});
     EXPECT_EQ(keeper.NameOf(Main().TreeView1.Handle()), L"Year, Month");
     EXPECT_EQ(keeper.NameOf(Main().List1.Handle()), L"date, miles, route");
 }
 
-TEST_F(Announcing, NamesThemAnewInTheLanguageThatIsChosen)
+TEST_F(Announcing, NamesTheTreeAndTheListInANewLanguage)
 {
     Start({.journal = journal});
     user.In<frmSettings>([](frmSettings& form) {
@@ -151,7 +153,21 @@ TEST_F(Announcing, NamesTheChoicesOfTheHeadingByTheHeadings)
         EXPECT_EQ(keeper.NameOf(form.Option1[0].Handle()), form.Label2.Caption());
         form.Unload();
     });
-    The<frmInterval>()->ShowModal();
+    Instance<frmInterval>()->ShowModal();
+}
+
+TEST_F(Announcing, NamesTheProgressBarByTheLabelOfThePage)
+{
+    Start();
+    user.In<frmProgress>([](frmProgress& form) {
+        for (const std::int16_t page : {std::int16_t{1}, std::int16_t{2}}) {
+            form.ShowPage(page, page);
+            EXPECT_EQ(DerivedName(form.Label1.Handle()), L"Page " + std::to_wstring(page));
+            EXPECT_EQ(LabelBefore(form.ProgressBar1.Handle()), L"Page " + std::to_wstring(page));
+        }
+        form.Unload();
+    });
+    Instance<frmProgress>()->ShowModal();
 }
 
 TEST_F(Announcing, NamesTheBoxOfTheSocialSecurityNumber)
@@ -161,10 +177,10 @@ TEST_F(Announcing, NamesTheBoxOfTheSocialSecurityNumber)
         EXPECT_EQ(keeper.NameOf(form.Text3.Handle()), L"Social security number:");
         form.Unload();
     });
-    The<frmUserinfo>()->ShowModal();
+    Instance<frmUserinfo>()->ShowModal();
 }
 
-TEST_F(Announcing, TakesEveryNameBackBeforeItsWindowGoes)
+TEST_F(Announcing, RemovesEveryNameBeforeItsWindowIsDestroyed)
 {
     Start({.journal = journal});
     const std::size_t ofTheMainWindow = keeper.Count();

@@ -1,4 +1,5 @@
-// Every window on every screen in both languages: room for each text, nothing over anything else, nothing outside.
+// Every window at every DPI in both languages: no text is clipped, and no control overlaps another or the edge of its
+// form.
 #include "tests/forms/desktop/Walk.h"
 
 #include <gmock/gmock.h>
@@ -33,7 +34,7 @@ RECT WorkArea()
     return area;
 }
 
-bool Holds(const RECT& outer, const RECT& inner)
+bool Encloses(const RECT& outer, const RECT& inner)
 {
     return inner.left >= outer.left && inner.top >= outer.top && inner.right <= outer.right &&
            inner.bottom <= outer.bottom;
@@ -44,17 +45,31 @@ bool Holds(const RECT& outer, const RECT& inner)
 TEST_P(Layout, HasRoomForEveryTextOfTheMainWindow)
 {
     StartInLanguage(GetParam() == 0 ? L"miles" : L"mil");
-    EXPECT_THAT(WhatIsWrongIn(Main()), IsEmpty());
+    EXPECT_THAT(FindingsIn(Main()), IsEmpty());
 }
 
-TEST_P(Layout, HasRoomForEveryTextOfTheMainWindowAtItsSmallest)
+TEST_P(Layout, HasRoomForEveryTextOfTheMainWindowAtItsSmallestSize)
 {
     StartInLanguage(L"miles");
     SetWindowPos(Main().Handle(), nullptr, 0, 0, 10, 10, SWP_NOMOVE | SWP_NOZORDER);
     const int dot = 1440 / Main().Dpi();
     EXPECT_NEAR(Main().Width(), 5700, dot);
     EXPECT_NEAR(Main().Height(), 4000, dot);
-    EXPECT_THAT(WhatIsWrongIn(Main()), IsEmpty());
+    EXPECT_THAT(FindingsIn(Main()), IsEmpty());
+}
+
+TEST_P(Layout, KeepsTheMenuBarOnOneLineAtTheSmallestSize)
+{
+    StartInLanguage(L"miles");
+    SetWindowPos(Main().Handle(), nullptr, 0, 0, 10, 10, SWP_NOMOVE | SWP_NOZORDER);
+    HMENU bar = GetMenu(Main().Handle());
+    ASSERT_EQ(GetMenuItemCount(bar), 3);
+    RECT first{};
+    RECT last{};
+    ASSERT_TRUE(GetMenuItemRect(Main().Handle(), bar, 0, &first));
+    ASSERT_TRUE(GetMenuItemRect(Main().Handle(), bar, 2, &last));
+    EXPECT_GT(last.left, first.right);
+    EXPECT_EQ(last.top, first.top);
 }
 
 TEST_P(Layout, HasRoomForEveryTextOfEveryDialog)
@@ -64,9 +79,9 @@ TEST_P(Layout, HasRoomForEveryTextOfEveryDialog)
     InEveryDialog(user, [&seen](Form& form, const char* name) {
         SCOPED_TRACE(name);
         ++seen;
-        EXPECT_THAT(WhatIsWrongIn(form), IsEmpty());
+        EXPECT_THAT(FindingsIn(form), IsEmpty());
     });
-    EXPECT_EQ(seen, 7);
+    EXPECT_EQ(seen, 8);
 }
 
 TEST_P(Layout, OpensEveryDialogInTheMiddleOfTheMainWindow)
@@ -79,18 +94,18 @@ TEST_P(Layout, OpensEveryDialogInTheMiddleOfTheMainWindow)
         EXPECT_EQ(GetWindow(form.Handle(), GW_OWNER), Main().Handle());
         EXPECT_NEAR(place.left + place.right, owner.left + owner.right, 2);
         EXPECT_NEAR(place.top + place.bottom, owner.top + owner.bottom, 2);
-        EXPECT_TRUE(Holds(WorkArea(), place));
+        EXPECT_TRUE(Encloses(WorkArea(), place));
     });
 }
 
-TEST_P(Layout, KeepsADialogOfAWindowInTheCornerOnTheScreen)
+TEST_P(Layout, OpensADialogOnTheScreenIfTheMainWindowIsInACorner)
 {
     StartInLanguage(L"km");
     const RECT work = WorkArea();
     SetWindowPos(Main().Handle(), nullptr, work.right - 60, work.bottom - 60, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
     InEveryDialog(user, [&work](Form& form, const char* name) {
         SCOPED_TRACE(name);
-        EXPECT_TRUE(Holds(work, PlaceOf(form.Handle())));
+        EXPECT_TRUE(Encloses(work, PlaceOf(form.Handle())));
     });
 }
 
@@ -99,14 +114,14 @@ TEST_P(Layout, OpensTheMainWindowOnTheScreenInAUsefulSize)
     StartInLanguage(L"km");
     const RECT work = WorkArea();
     const RECT place = PlaceOf(Main().Handle());
-    EXPECT_TRUE(Holds(work, place));
+    EXPECT_TRUE(Encloses(work, place));
     EXPECT_GE(Main().Width(), std::min(9000, ToTwips(work.right - work.left, Main().Dpi())));
     EXPECT_GE(Main().Height(), std::min(7000, ToTwips(work.bottom - work.top, Main().Dpi())));
-    // A month of thirty-one days fits on a screen of the usual scale without scrolling, or nearly.
+    // At 96 DPI the list shows a month of 31 days with little or no scrolling.
     EXPECT_GE(Main().List1.Width(), 7000);
 }
 
-TEST_P(Layout, HeadsEachColumnOfTheListWhereItStands)
+TEST_P(Layout, PlacesEachHeadingOverItsColumn)
 {
     StartInLanguage(L"km");
     HWND list = Main().List1.Handle();
@@ -126,10 +141,10 @@ TEST_P(Layout, HeadsEachColumnOfTheListWhereItStands)
         MapWindowPoints(nullptr, Main().Handle(), reinterpret_cast<POINT*>(&area), 2);
         return area;
     };
-    const int tolerance = digit.cx / 3; // a list indents its lines by a dot or two
+    const int tolerance = digit.cx / 3; // a list indents its lines by one or two pixels
     EXPECT_NEAR(place(Main().Label6).left, start.x, tolerance);
     EXPECT_NEAR(place(Main().Label4).right, start.x + 17 * digit.cx, tolerance)
-        << "the unit ends where the numbers end";
+        << "the unit is aligned with the right edge of the numbers";
     EXPECT_NEAR(place(Main().Label5).left, start.x + 18 * digit.cx, tolerance);
 }
 

@@ -1,12 +1,11 @@
-// The program on the systems of other countries: their month names, orders of a date, decimal separators and code
-// pages.
+// The program in other regions: names of months, orders of a date, decimal separators and code pages.
 #include "tests/forms/desktop/Walk.h"
 
 #include "forms/entry/frmAdd.h"
 #include "forms/entry/frmEdit.h"
 #include "forms/print/frmInterval.h"
-#include "platform/Clock.h"
-#include "platform/Conversions.h"
+#include "platform/system/Clock.h"
+#include "platform/system/Conversions.h"
 #include "tests/support/PrintedJobs.h"
 #include "tests/support/PrinterDialogUser.h"
 
@@ -22,7 +21,7 @@ using testing::SizeIs;
 
 namespace {
 
-/// One day in each month of a year, the month's number its distance.
+/// One day in each month of a year. Its distance is the number of the month.
 std::string DayInEachMonth()
 {
     std::string lines;
@@ -33,7 +32,7 @@ std::string DayInEachMonth()
     return lines;
 }
 
-/// A route with letters of the system's language that its code page holds, and perhaps no other.
+/// A route with letters of the language and its code page.
 std::wstring RouteInTheSystemsLanguage()
 {
     switch (GetACP()) {
@@ -53,7 +52,7 @@ std::string InTheUsersCodePage(const std::wstring& text)
     bytes.resize(static_cast<std::size_t>(WideCharToMultiByte(CP_ACP, 0, text.data(), static_cast<int>(text.size()),
                                                               bytes.data(), static_cast<int>(bytes.size()), nullptr,
                                                               &replaced)));
-    EXPECT_FALSE(replaced) << "the code page lacks a letter of the test's own route";
+    EXPECT_FALSE(replaced) << "the code page lacks a letter of the route";
     return bytes;
 }
 
@@ -61,14 +60,14 @@ class InThisCountry : public ProgramUnderTest {};
 
 } // namespace
 
-TEST_F(InThisCountry, ListsTheMonthOfTheNodeThatIsClicked)
+TEST_F(InThisCountry, ListsTheMonthOfTheClickedNode)
 {
     Start({.journal = DayInEachMonth()});
     const TreeView& tree = Main().TreeView1;
     ASSERT_EQ(tree.NodeCount(), 13);
     std::set<std::wstring> names;
     for (int node = 2; node <= 13; ++node) {
-        const int month = 14 - node; // the latest month comes first
+        const int month = 14 - node; // the latest month is first
         SCOPED_TRACE(month);
         names.insert(tree.Text(node));
         ClickNode(tree, L"2003", tree.Text(node));
@@ -79,7 +78,7 @@ TEST_F(InThisCountry, ListsTheMonthOfTheNodeThatIsClicked)
     EXPECT_THAT(boxes.Texts(), IsEmpty());
 }
 
-TEST_F(InThisCountry, ListsTheMonthsThatTheArrowsReach)
+TEST_F(InThisCountry, ListsTheMonthThatTheArrowKeysSelect)
 {
     Start({.journal = DayInEachMonth()});
     BringToFront(Main());
@@ -90,7 +89,7 @@ TEST_F(InThisCountry, ListsTheMonthsThatTheArrowsReach)
     }
 }
 
-TEST_F(InThisCountry, TakesTheMonthAtItsPositionInTheList)
+TEST_F(InThisCountry, UsesThePositionOfTheMonthInTheList)
 {
     Start();
     user.In<frmAdd>([](frmAdd& form) {
@@ -100,7 +99,7 @@ TEST_F(InThisCountry, TakesTheMonthAtItsPositionInTheList)
         }
         form.Unload();
     });
-    The<frmAdd>()->showMeNow(0, 0);
+    Instance<frmAdd>()->showMeNow(0, 0);
 }
 
 TEST_F(InThisCountry, AddsEditsSavesAndReadsADay)
@@ -140,7 +139,7 @@ TEST_F(InThisCountry, AddsEditsSavesAndReadsADay)
     EXPECT_THAT(boxes.Texts(), IsEmpty());
 }
 
-TEST_F(InThisCountry, MarksFebruaryAfterAnyChangeWhereTheDayComesFirstInADate)
+TEST_F(InThisCountry, SelectsFebruaryAfterAChangeIfDatesBeginWithTheDay)
 {
     DWORD order = 0;
     GetLocaleInfoEx(LOCALE_NAME_USER_DEFAULT, LOCALE_IDATE | LOCALE_RETURN_NUMBER, reinterpret_cast<LPWSTR>(&order),
@@ -157,7 +156,7 @@ TEST_F(InThisCountry, MarksFebruaryAfterAnyChangeWhereTheDayComesFirstInADate)
     EXPECT_EQ(Main().TreeView1.SelectedNode(), 14 - (order == dayMonthYear ? 2 : 5));
 }
 
-TEST_F(InThisCountry, DeletesTheDayThatIsChosen)
+TEST_F(InThisCountry, DeletesTheSelectedDay)
 {
     Start({.journal = DayInEachMonth()});
     const TreeView& tree = Main().TreeView1;
@@ -171,7 +170,7 @@ TEST_F(InThisCountry, DeletesTheDayThatIsChosen)
     EXPECT_THAT(SavedJournal(), testing::HasSubstr("2003-02-02"));
 }
 
-TEST_F(InThisCountry, NamesTheIntervalOfTheMonthsThatArePicked)
+TEST_F(InThisCountry, ShowsTheSelectedMonthsInTheHeading)
 {
     Start();
     user.In<frmInterval>([](frmInterval& form) {
@@ -188,12 +187,12 @@ TEST_F(InThisCountry, NamesTheIntervalOfTheMonthsThatArePicked)
     EXPECT_THAT(boxes.Texts(), IsEmpty());
 }
 
-TEST_F(InThisCountry, PrintsADayWithItsDistanceAndAddsItUp)
+TEST_F(InThisCountry, PrintsTheDistanceOfADayAndTheSum)
 {
     const std::wstring half = L"7" + DecimalSeparator() + L"5";
     Start({.journal = InTheUsersCodePage(L"2003-05-31    " + half + L" " + RouteInTheSystemsLanguage()) + "\r\n"});
     Clock::StandStillAt({2003, 6, 5});
-    const auto printing = PrinterDialogUser::WhoPrints(1);
+    const auto printing = PrinterDialogUser::ToPrint(1);
     user.In<frmInterval>([](frmInterval& form) { Press(form.addButton); });
     ChooseCommand(Main(), {L"File", L"Print..."});
     Clock::RunAgain();
@@ -210,9 +209,9 @@ TEST_F(InThisCountry, HasRoomForTheMonthNames)
 {
     UseMessageFontOfWindows();
     Start({.journal = DayInEachMonth()});
-    EXPECT_THAT(WhatIsWrongIn(Main()), IsEmpty());
+    EXPECT_THAT(FindingsIn(Main()), IsEmpty());
     InEveryDialog(user, [](Form& form, const char* name) {
         SCOPED_TRACE(name);
-        EXPECT_THAT(WhatIsWrongIn(form), IsEmpty());
+        EXPECT_THAT(FindingsIn(form), IsEmpty());
     });
 }

@@ -7,11 +7,11 @@
 
 #include <gtest/gtest.h>
 
-/// Only what the program asks of the service is there; it lives as long as its NameKeeper and is not counted.
+/// Implements the functions that the program calls. Its NameKeeper owns it; it has no reference count.
 struct NameKeeper::Service final : IClassFactory {
     struct Names final : IAccPropServices {
         std::map<HWND, std::wstring> names;
-        bool lostOne = false; ///< a window went with its name
+        bool lostOne = false; ///< a window was destroyed before its name was removed
 
         virtual ~Names() = default;
 

@@ -5,9 +5,10 @@
 #include <memory>
 #include <string>
 
-/// Stands in, within this process, for the system's keeper of the names that assistive technology announces: Wine's own
-/// keeps none. The program finds it the way it finds the system's. Names are kept from its making on; windows that were
-/// named before are unknown to it.
+/// An annotation service of Active Accessibility (IAccPropServices) for this process. CoCreateInstance returns it
+/// instead of the service of Windows. It stores the names that were set since its construction.
+///
+/// Wine: there is no such service.
 class NameKeeper {
 public:
     NameKeeper();
@@ -15,10 +16,10 @@ public:
     NameKeeper(const NameKeeper&) = delete;
     NameKeeper& operator=(const NameKeeper&) = delete;
 
-    /// The name that the window has been given; empty when it has none.
+    /// The name of the window; empty if it has none.
     std::wstring NameOf(HWND window) const;
     std::size_t Count() const;
-    /// Whether each name was taken back while its window was there.
+    /// Whether each name was removed before its window was destroyed.
     bool EveryNameWasTakenBack() const;
 
 private:

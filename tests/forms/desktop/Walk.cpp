@@ -6,6 +6,7 @@
 #include "forms/prefs/frmSettings.h"
 #include "forms/prefs/frmUserinfo.h"
 #include "forms/print/frmInterval.h"
+#include "forms/print/frmProgress.h"
 
 #include <algorithm>
 #include <sstream>
@@ -14,7 +15,7 @@
 
 namespace {
 
-/// The drawing surface of a control with the control's font.
+/// The device context of a control with the control's font.
 class Surface {
 public:
     explicit Surface(HWND window)
@@ -30,7 +31,7 @@ public:
     Surface(const Surface&) = delete;
     Surface& operator=(const Surface&) = delete;
 
-    /// The height of a line: what this font has, and what the font that Windows has by that name needs.
+    /// The height of a line: the larger of this font's and of the Windows font with this name.
     LONG LineHeight() const
     {
         LOGFONTW font{};
@@ -65,7 +66,7 @@ SIZE ClientSize(HWND window)
     return {area.right, area.bottom};
 }
 
-/// The place of a control in the client area of its form.
+/// The rectangle of a control in the client area of its form.
 RECT PlaceOf(const Form& form, HWND window)
 {
     RECT place{};
@@ -80,7 +81,7 @@ bool Overlap(const RECT& one, const RECT& other)
     return IntersectRect(&common, &one, &other) != FALSE;
 }
 
-bool Holds(const RECT& outer, const RECT& inner)
+bool Encloses(const RECT& outer, const RECT& inner)
 {
     return inner.left >= outer.left && inner.top >= outer.top && inner.right <= outer.right &&
            inner.bottom <= outer.bottom;
@@ -98,7 +99,7 @@ public:
         }
         CheckOverlap();
     }
-    std::vector<std::string> Take() { return std::move(complaints_); }
+    std::vector<std::string> Take() { return std::move(findings_); }
 
 private:
     void Room(const Control& control, SIZE needed, SIZE room, const std::wstring& text)
@@ -107,7 +108,7 @@ private:
             std::ostringstream line;
             line << control.Name() << ' ' << testing::PrintToString(text) << " needs " << needed.cx << " x "
                  << needed.cy << " and has " << room.cx << " x " << room.cy;
-            complaints_.push_back(line.str());
+            findings_.push_back(line.str());
         }
     }
 
@@ -144,14 +145,14 @@ private:
         }
     }
 
-    /// Lists and trees make their rows as high as the font that they have.
+    /// The row height of lists and trees follows their font.
     void CheckRow(const Control& control, const Surface& surface, UINT heightMessage)
     {
         const auto height = static_cast<LONG>(SendMessageW(control.Handle(), heightMessage, 0, 0));
         const LONG needed = surface.Metrics().tmHeight;
         Room(control, {0, needed}, {0, height}, L"a row");
         if (height > 2 * needed) {
-            complaints_.push_back(std::string(control.Name()) + " has rows for a larger font");
+            findings_.push_back(std::string(control.Name()) + " has rows for a larger font");
         }
     }
 
@@ -169,7 +170,7 @@ private:
         RECT box{};
         GetWindowRect(list.Handle(), &box);
         if (std::abs((box.bottom - box.top) - Dots(list.Height() * 96 / 1440)) > 1) {
-            complaints_.push_back(std::string(list.Name()) + " is not as high as the boxes beside it");
+            findings_.push_back(std::string(list.Name()) + " is not as high as the boxes beside it");
         }
     }
 
@@ -184,7 +185,7 @@ private:
             Room(tabs, surface.SizeOf(caption), {place.right - place.left, place.bottom - place.top}, caption);
             bottomOfTabs = std::max(bottomOfTabs, place.bottom);
             if (place.right > client.cx) {
-                complaints_.push_back(std::string(tabs.Name()) + " has no room for all its tabs");
+                findings_.push_back(std::string(tabs.Name()) + " has no room for all its tabs");
             }
         }
         for (const Control* control : form_.Controls()) {
@@ -194,14 +195,14 @@ private:
         }
     }
 
-    /// Tabs draw a frame below their row, and the pages must leave it to be seen.
+    /// A tab control draws a border below its tabs. The pages must not cover it.
     void CheckPage(const TabStrip& tabs, const Control& page, LONG bottomOfTabs)
     {
         RECT inner = PlaceOf(form_, tabs.Handle());
         inner.top += bottomOfTabs;
         InflateRect(&inner, -1, -1);
-        if (!Holds(inner, PlaceOf(form_, page.Handle()))) {
-            complaints_.push_back(std::string(page.Name()) + " lies over the frame of its tabs");
+        if (!Encloses(inner, PlaceOf(form_, page.Handle()))) {
+            findings_.push_back(std::string(page.Name()) + " covers the border of its tab control");
         }
     }
 
@@ -211,13 +212,13 @@ private:
         const RECT inside{0, 0, client.cx, client.cy};
         RECT place = PlaceOf(form_, control.Handle());
         if (dynamic_cast<const Line*>(&control) != nullptr) {
-            place.right = std::min(place.right, inside.right); // the rules run out of the window
+            place.right = std::min(place.right, inside.right); // lines may extend beyond the window
         }
-        if (!Holds(inside, place)) {
+        if (!Encloses(inside, place)) {
             std::ostringstream line;
-            line << control.Name() << " sticks out: " << place.left << ',' << place.top << " to " << place.right << ','
-                 << place.bottom << " in " << client.cx << " x " << client.cy;
-            complaints_.push_back(line.str());
+            line << control.Name() << " extends beyond its form: " << place.left << ',' << place.top << " to "
+                 << place.right << ',' << place.bottom << " in " << client.cx << " x " << client.cy;
+            findings_.push_back(line.str());
         }
     }
 
@@ -228,33 +229,36 @@ private:
             for (std::size_t j = i + 1; j < controls.size(); ++j) {
                 if (MayNotOverlap(*controls[i], *controls[j]) &&
                     Overlap(PlaceOf(form_, controls[i]->Handle()), PlaceOf(form_, controls[j]->Handle()))) {
-                    complaints_.push_back(std::string(controls[i]->Name()) + " and " + controls[j]->Name() +
-                                          " lie over each other");
+                    findings_.push_back(std::string(controls[i]->Name()) + " and " + controls[j]->Name() + " overlap");
                 }
             }
         }
     }
 
+    /// Whether the control is visible, even if its form is not.
+    static bool IsShown(HWND control) { return (GetWindowLongW(control, GWL_STYLE) & WS_VISIBLE) != 0; }
+
     bool MayNotOverlap(const Control& first, const Control& second) const
     {
-        return first.Visible() && second.Visible() && GetParent(first.Handle()) == GetParent(second.Handle()) &&
-               !Surrounds(first, second) && !Surrounds(second, first);
+        return IsShown(first.Handle()) && IsShown(second.Handle()) &&
+               GetParent(first.Handle()) == GetParent(second.Handle()) && !Surrounds(first, second) &&
+               !Surrounds(second, first);
     }
 
-    /// A frame lies around its controls, and tabs around their pages.
+    /// A frame contains its controls, and a tab control its pages.
     bool Surrounds(const Control& outer, const Control& inner) const
     {
         const bool frame = dynamic_cast<const Frame*>(&outer) != nullptr;
         const bool tabs = dynamic_cast<const TabStrip*>(&outer) != nullptr;
         return (frame || (tabs && dynamic_cast<const TabPage*>(&inner) != nullptr)) &&
-               Holds(PlaceOf(form_, outer.Handle()), PlaceOf(form_, inner.Handle()));
+               Encloses(PlaceOf(form_, outer.Handle()), PlaceOf(form_, inner.Handle()));
     }
 
-    /// Pixels at 96 dots an inch as pixels of the form.
+    /// Converts pixels at 96 DPI to pixels of the form.
     LONG Dots(int pixels) const { return MulDiv(pixels, form_.Dpi(), 96); }
 
     const Form& form_;
-    std::vector<std::string> complaints_;
+    std::vector<std::string> findings_;
 };
 
 template <class T>
@@ -268,7 +272,7 @@ void LookAt(ModalUser& user, const std::function<void(Form&, const char*)>& look
 
 } // namespace
 
-std::vector<std::string> WhatIsWrongIn(const Form& form)
+std::vector<std::string> FindingsIn(const Form& form)
 {
     Report report(form);
     report.Check();
@@ -296,20 +300,24 @@ void UseMessageFontOfWindows()
 void InEveryDialog(ModalUser& user, const std::function<void(Form& form, const char* name)>& look)
 {
     LookAt<frmAdd>(user, look, "the add dialog");
-    The<frmAdd>()->showMeNow(2004, 9);
+    Instance<frmAdd>()->showMeNow(2004, 9);
     LookAt<frmEdit>(user, look, "the edit dialog");
-    The<frmEdit>()->showMeNow(2004, 9, 30, 9999.9, L"Office");
+    Instance<frmEdit>()->showMeNow(2004, 9, 30, 9999.9, L"Office");
     LookAt<frmInterval>(user, look, "the print dialog");
-    The<frmInterval>()->ShowModal();
+    Instance<frmInterval>()->ShowModal();
+    LookAt<frmProgress>(user, look, "the print's progress");
+    Instance<frmProgress>()->Load();
+    Instance<frmProgress>()->ShowPage(9999, 0);
+    Instance<frmProgress>()->ShowModal();
     user.In<frmSettings>([&look](frmSettings& form) {
         look(form, "the settings' first page");
         PressKeyWith(VK_CONTROL, VK_TAB);
         look(form, "the settings' second page");
         form.Unload();
     });
-    The<frmSettings>()->ShowModal();
+    Instance<frmSettings>()->ShowModal();
     LookAt<frmUserinfo>(user, look, "the employee information");
-    The<frmUserinfo>()->ShowModal();
+    Instance<frmUserinfo>()->ShowModal();
     LookAt<frmAbout>(user, look, "the About box");
-    The<frmAbout>()->ShowModal();
+    Instance<frmAbout>()->ShowModal();
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Form.h"
+#include "platform/windows/Form.h"
 
 #include <functional>
 #include <string>
@@ -8,18 +8,17 @@
 
 #include "tests/forms/ProgramUnderTest.h"
 
-/// A look at every window of the program with a ruler: is there room for each text, does anything lie over anything
-/// else, does anything stick out?
+/// Measures every window of the program: finds clipped texts, and controls that overlap others or the edge of their
+/// form.
 
-/// What is wrong in a window as it stands, one sentence each; nothing when all is well.
-std::vector<std::string> WhatIsWrongIn(const Form& form);
+/// The findings in a window, one sentence for each.
+std::vector<std::string> FindingsIn(const Form& form);
 
-/// The message font of a new Windows, whatever this machine's is: nine points, a line of four thirds of that. A layout
-/// that has room for it has room for the smaller one too.
+/// Sets the default message font of Windows: nine points, with lines of four thirds of that. A layout with room for it
+/// also has room for a smaller font.
 void UseMessageFontOfWindows();
-/// The same in another size, as a user chooses who wants larger text.
+/// The same in another size.
 void UseMessageFont(int points);
 
-/// Opens each dialog in turn, over the main window, and looks at it with every page that it has. Title: the dialog's
-/// name, for the report.
+/// Opens each dialog over the main window and calls look for each of its pages. title: the name of the dialog.
 void InEveryDialog(ModalUser& user, const std::function<void(Form& form, const char* name)>& look);

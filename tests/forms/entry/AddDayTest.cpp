@@ -16,7 +16,7 @@ protected:
     void Open(std::int16_t year, std::int16_t month, std::function<void(frmAdd&)> act)
     {
         user.In<frmAdd>(std::move(act));
-        The<frmAdd>()->showMeNow(year, month);
+        Instance<frmAdd>()->showMeNow(year, month);
     }
 };
 
@@ -33,10 +33,10 @@ TEST_F(AddDayDialog, OpensWithEmptyBoxesAndNoDayPicked)
         EXPECT_EQ(dialog.Text2.Text(), L"");
         Press(dialog.cancelButton);
     });
-    EXPECT_FALSE(The<frmAdd>()->hasChanged());
+    EXPECT_FALSE(Instance<frmAdd>()->hasChanged());
 }
 
-TEST_F(AddDayDialog, PutsTheDayIntoTheJournalAndAnswersItsDate)
+TEST_F(AddDayDialog, AddsTheDayToTheJournalAndReturnsItsDate)
 {
     Start({.journal = "2003-04-17      1 \r\n2003-04-03      1 \r\n"});
     Open(2003, 4, [](frmAdd& dialog) {
@@ -45,7 +45,7 @@ TEST_F(AddDayDialog, PutsTheDayIntoTheJournalAndAnswersItsDate)
         Type(dialog.Text2, L"Office");
         Press(dialog.addButton);
     });
-    const auto dialog = The<frmAdd>();
+    const auto dialog = Instance<frmAdd>();
     EXPECT_TRUE(dialog->IsLoaded());
     EXPECT_TRUE(dialog->hasChanged());
     EXPECT_EQ(dialog->getYear(), 2003);
@@ -55,7 +55,7 @@ TEST_F(AddDayDialog, PutsTheDayIntoTheJournalAndAnswersItsDate)
     EXPECT_TRUE(DataInterface::IsJournalChanged());
 }
 
-TEST_F(AddDayDialog, AddsInTheMonthAndYearThatTheUserWentTo)
+TEST_F(AddDayDialog, AddsADayInAnotherMonthAndYear)
 {
     Start();
     Open(2004, 3, [](frmAdd& dialog) {
@@ -67,7 +67,7 @@ TEST_F(AddDayDialog, AddsInTheMonthAndYearThatTheUserWentTo)
     EXPECT_EQ(DataInterface::days[0], (DayEntry{2003, 12, 31, -2, L""}));
 }
 
-TEST_F(AddDayDialog, AddsALeapDayThatTheJournalHasAlreadyASecondTime)
+TEST_F(AddDayDialog, AddsASecondEntryForALeapDay)
 {
     Start({.journal = "2004-02-29      1 \r\n"});
     Open(2004, 2, [](frmAdd& dialog) {
@@ -86,18 +86,18 @@ TEST_F(AddDayDialog, ChangesNothingWhenCancelled)
         Type(dialog.Text3, L"5");
         Press(dialog.cancelButton);
     });
-    EXPECT_FALSE(The<frmAdd>()->hasChanged());
-    EXPECT_TRUE(The<frmAdd>()->IsLoaded()) << "hidden, not unloaded";
+    EXPECT_FALSE(Instance<frmAdd>()->hasChanged());
+    EXPECT_TRUE(Instance<frmAdd>()->IsLoaded()) << "hidden, not unloaded";
     EXPECT_EQ(DataInterface::dayCount, 0);
     EXPECT_FALSE(DataInterface::IsJournalChanged());
 }
 
-TEST_F(AddDayDialog, IsAFreshUnchangedFormAfterItsCloseBox)
+TEST_F(AddDayDialog, IsANewFormAfterItsCloseButton)
 {
     Start();
     Open(2004, 3, [](frmAdd& dialog) { SendMessageW(dialog.Handle(), WM_SYSCOMMAND, SC_CLOSE, 0); });
-    EXPECT_FALSE(The<frmAdd>()->IsLoaded());
-    EXPECT_FALSE(The<frmAdd>()->hasChanged());
+    EXPECT_FALSE(Instance<frmAdd>()->IsLoaded());
+    EXPECT_FALSE(Instance<frmAdd>()->hasChanged());
 }
 
 TEST_F(AddDayDialog, CanBeCorrectedAfterARefusal)
@@ -113,7 +113,7 @@ TEST_F(AddDayDialog, CanBeCorrectedAfterARefusal)
     EXPECT_EQ(DataInterface::days[0], (DayEntry{2004, 3, 18, 7, L""}));
 }
 
-TEST_F(AddDayDialog, AddsADayOfAYearThatTheArrowsCannotReach)
+TEST_F(AddDayDialog, AddsADayOfAYearOutsideTheRangeOfTheArrows)
 {
     Start();
     Open(1940, 4, [](frmAdd& dialog) {

@@ -4,9 +4,14 @@
 #include "forms/entry/DateControls.h"
 #include "forms/entry/frmAdd.h"
 #include "forms/entry/frmEdit.h"
-#include "platform/Clock.h"
+#include "platform/system/Clock.h"
 
 #include <gmock/gmock.h>
+
+#include <algorithm>
+#include <chrono>
+#include <optional>
+#include <vector>
 
 #include <commctrl.h>
 
@@ -23,8 +28,8 @@ protected:
             look(dialog);
             Press(dialog.cancelButton);
         });
-        The<frmAdd>()->showMeNow(year, month);
-        UnloadThe<frmAdd>();
+        Instance<frmAdd>()->showMeNow(year, month);
+        UnloadInstance<frmAdd>();
     }
 
     void InEditOf(std::int16_t year, std::int16_t month, std::int16_t day, const std::function<void(frmEdit&)>& look)
@@ -33,8 +38,8 @@ protected:
             look(dialog);
             Press(dialog.cancelButton);
         });
-        The<frmEdit>()->showMeNow(year, month, day, 12, L"Office");
-        UnloadThe<frmEdit>();
+        Instance<frmEdit>()->showMeNow(year, month, day, 12, L"Office");
+        UnloadInstance<frmEdit>();
     }
 
     std::vector<std::wstring> FreeDays(std::int16_t year, std::int16_t month)
@@ -77,41 +82,75 @@ int SpinOf(const UpDown& arrows)
     return static_cast<int>(SendMessageW(arrows.Handle(), UDM_GETPOS32, 0, 0));
 }
 
+/// The steps of arrows and after how many seconds each begins, as the system has them.
+std::vector<UDACCEL> StepsOf(HWND arrows)
+{
+    std::vector<UDACCEL> steps(16);
+    const auto count = SendMessageW(arrows, UDM_GETACCEL, steps.size(), reinterpret_cast<LPARAM>(steps.data()));
+    steps.resize(static_cast<std::size_t>(count));
+    return steps;
+}
+
+/// Arrows as the system makes them, in an empty corner of the dialog.
+HWND PlainArrows(const Form& form)
+{
+    RECT area{};
+    GetClientRect(form.Handle(), &area);
+    HWND arrows = CreateWindowExW(0, UPDOWN_CLASSW, L"", WS_CHILD | WS_VISIBLE, 4, area.bottom - 34, 16, 30,
+                                  form.Handle(), nullptr, nullptr, nullptr);
+    SendMessageW(arrows, UDM_SETRANGE32, 0, 10000);
+    return arrows;
+}
+
+/// How long the arrows, held down, take for a number of steps. The first ones, which wait longer, do not count.
+std::chrono::steady_clock::duration TimeToRepeat(HWND arrows)
+{
+    constexpr int first = 3;
+    constexpr int last = 23;
+    const auto position = [arrows] { return SendMessageW(arrows, UDM_GETPOS32, 0, 0); };
+    const auto start = position();
+    std::optional<std::chrono::steady_clock::time_point> began;
+    HoldMouseAt(arrows, {8, 6}, [&] {
+        if (!began && position() >= start + first) {
+            began = std::chrono::steady_clock::now();
+        }
+        return position() >= start + last;
+    });
+    return std::chrono::steady_clock::now() - began.value_or(std::chrono::steady_clock::now());
+}
+
 } // namespace
 
-TEST(DaysInMonth, FollowTheCalendar)
-{
-    EXPECT_EQ(DaysInMonth(2003, 1), 31);
-    EXPECT_EQ(DaysInMonth(2003, 4), 30);
-    EXPECT_EQ(DaysInMonth(2003, 6), 30);
-    EXPECT_EQ(DaysInMonth(2003, 8), 31);
-    EXPECT_EQ(DaysInMonth(2003, 9), 30);
-    EXPECT_EQ(DaysInMonth(2003, 11), 30);
-    EXPECT_EQ(DaysInMonth(2003, 12), 31);
-    EXPECT_EQ(DaysInMonth(2003, 2), 28);
-    EXPECT_EQ(DaysInMonth(2004, 2), 29);
-    EXPECT_EQ(DaysInMonth(2000, 2), 29);
-    EXPECT_EQ(DaysInMonth(2100, 2), 28);
-    EXPECT_EQ(DaysInMonth(1900, 2), 28);
-}
-
-TEST(DaysInMonth, Are31ForAMonthThatDoesNotExist)
-{
-    EXPECT_EQ(DaysInMonth(2003, 0), 31);
-    EXPECT_EQ(DaysInMonth(2003, 13), 31);
-    EXPECT_EQ(DaysInMonth(2003, -4), 31);
-}
-
-TEST_F(DateControlsOfDialogs, StandAtYear2000WithoutAMonthUntilTheDialogIsTold)
+TEST_F(DateControlsOfDialogs, StepByOneYearAtTheDefaultRateWhileAnArrowIsHeld)
 {
     Start();
-    const auto dialog = The<frmAdd>();
+    InAddAt(2004, 3, [](frmAdd& dialog) {
+        BringToFront(dialog);
+        HWND plain = PlainArrows(dialog);
+        const auto usual = StepsOf(plain);
+        const auto ours = StepsOf(dialog.UpDown1.Handle());
+        ASSERT_EQ(ours.size(), usual.size());
+        for (std::size_t i = 0; i < ours.size(); ++i) {
+            EXPECT_EQ(ours[i].nSec, usual[i].nSec);
+            EXPECT_EQ(ours[i].nInc, 1u);
+        }
+        // A busy machine makes single runs slower, never faster.
+        const auto pace = std::min(TimeToRepeat(plain), TimeToRepeat(plain));
+        EXPECT_GT(TimeToRepeat(dialog.UpDown1.Handle()), pace / 2) << "the years run away";
+        EXPECT_EQ(Text(dialog.Text1.Handle()), std::to_wstring(SpinOf(dialog.UpDown1)));
+    });
+}
+
+TEST_F(DateControlsOfDialogs, StartAtYear2000WithoutAMonth)
+{
+    Start();
+    const auto dialog = Instance<frmAdd>();
     dialog->Load();
     EXPECT_EQ(Text(dialog->Text1.Handle()), L"2000");
     EXPECT_EQ(SpinOf(dialog->UpDown1), 2000);
     EXPECT_EQ(dialog->Combo1.ListIndex(), -1);
     EXPECT_THAT(Entries(dialog->Combo3), IsEmpty());
-    UnloadThe<frmAdd>();
+    UnloadInstance<frmAdd>();
 }
 
 TEST_F(DateControlsOfDialogs, OfferTheTwelveMonthsByTheNamesOfTheSystem)
@@ -124,7 +163,7 @@ TEST_F(DateControlsOfDialogs, OfferTheTwelveMonthsByTheNamesOfTheSystem)
     InAddAt(2004, 1, [&names](const frmAdd& dialog) { EXPECT_EQ(Entries(dialog.Combo1), names); });
 }
 
-TEST_F(DateControlsOfDialogs, GiveTheNumberOfEveryMonthThatIsPicked)
+TEST_F(DateControlsOfDialogs, ReturnTheNumberOfEveryMonth)
 {
     Start();
     InAddAt(2004, 1, [](frmAdd& dialog) {
@@ -190,7 +229,7 @@ TEST_F(DateControlsOfDialogs, TakeNoTypingInTheYearBox)
     });
 }
 
-TEST_F(DateControlsOfDialogs, AreListsToPickFromNotToTypeInto)
+TEST_F(DateControlsOfDialogs, AreDropDownListsWithoutAnEditField)
 {
     Start();
     InAddAt(2004, 1, [](const frmAdd& dialog) {
@@ -200,7 +239,7 @@ TEST_F(DateControlsOfDialogs, AreListsToPickFromNotToTypeInto)
     });
 }
 
-TEST_F(DateControlsOfDialogs, FillTheDaysAnewWhenTheYearChanges)
+TEST_F(DateControlsOfDialogs, FillTheDaysWhenTheYearChanges)
 {
     Start();
     InAddAt(2003, 2, [](frmAdd& dialog) {
@@ -210,7 +249,7 @@ TEST_F(DateControlsOfDialogs, FillTheDaysAnewWhenTheYearChanges)
     });
 }
 
-TEST_F(DateControlsOfDialogs, FillTheDaysAnewWhenAMonthIsPicked)
+TEST_F(DateControlsOfDialogs, FillTheDaysWhenAMonthIsSelected)
 {
     Start();
     InAddAt(2003, 1, [](frmAdd& dialog) {
@@ -237,7 +276,7 @@ TEST_F(DateControlsOfDialogs, KeepMonthAndDayWhenAnOpenListIsLeft)
     });
 }
 
-TEST_F(DateControlsOfDialogs, FillTheDaysAnewWhenTheMonthUnderTheMouseIsTakenByEnter)
+TEST_F(DateControlsOfDialogs, FillTheDaysWhenEnterSelectsTheMonthUnderTheMouse)
 {
     Start();
     InAddAt(2003, 1, [](frmAdd& dialog) {
@@ -252,18 +291,18 @@ TEST_F(DateControlsOfDialogs, FillTheDaysAnewWhenTheMonthUnderTheMouseIsTakenByE
 TEST_F(DateControlsOfDialogs, ChangeOnlyTheYearBoxWhileNoMonthIsPicked)
 {
     Start();
-    const auto dialog = The<frmAdd>();
+    const auto dialog = Instance<frmAdd>();
     dialog->Load();
     StepUp(dialog->UpDown1);
     EXPECT_EQ(Text(dialog->Text1.Handle()), L"2001");
     EXPECT_THAT(Entries(dialog->Combo3), IsEmpty());
     EXPECT_THAT(boxes.Texts(), IsEmpty());
-    UnloadThe<frmAdd>();
+    UnloadInstance<frmAdd>();
 }
 
 TEST_F(DateControlsOfDialogs, FillTheDaysOfTheYear2000LikeThoseOfAnyOther)
 {
-    // The arrows stand at 2000 before the dialog is told the year.
+    // The arrows are at 2000 before showMeNow sets the year.
     Start();
     EXPECT_EQ(FreeDays(2000, 2), DaysTo(29));
 }
@@ -287,7 +326,7 @@ TEST_F(DateControlsOfDialogs, OfferTheLeapDayEvenWhenItIsTaken)
     EXPECT_EQ(FreeDays(2004, 2), DaysTo(29, {28}));
 }
 
-TEST_F(DateControlsOfDialogs, AnswerWithTheDayThatIsPickedNotItsPosition)
+TEST_F(DateControlsOfDialogs, ReturnTheSelectedDayNotItsIndex)
 {
     Start({.journal = "2003-04-17      1 \r\n2003-04-03      1 \r\n"});
     InAddAt(2003, 4, [](frmAdd& dialog) {
@@ -330,7 +369,7 @@ TEST_F(DateControlsOfDialogs, ShowAYearThatTheArrowsCannotReach)
     });
 }
 
-TEST_F(DateControlsOfDialogs, TakeTheYearOfTheDaysFromTheArrowsAndTheAnswerFromTheBox)
+TEST_F(DateControlsOfDialogs, FillTheDaysOfTheArrowsYearAndReturnTheBoxYear)
 {
     Start({.journal = "1950-05-03      1 \r\n"});
     InAddAt(1940, 4, [](frmAdd& dialog) {
@@ -340,7 +379,7 @@ TEST_F(DateControlsOfDialogs, TakeTheYearOfTheDaysFromTheArrowsAndTheAnswerFromT
     });
 }
 
-TEST_F(DateControlsOfDialogs, StartAtTodaysMonthWhereNoneIsShownBefore1900)
+TEST_F(DateControlsOfDialogs, StartAtTheCurrentMonthForAYearBefore1900)
 {
     Clock::StandStillAt({2012, 2, 5});
     Start({.journal = "2012-02-05      1 \r\n"});

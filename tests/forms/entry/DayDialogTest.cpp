@@ -116,7 +116,7 @@ TEST_F(DayDialogs, HaveTheirTextsInSwedish)
     });
 }
 
-TEST_F(DayDialogs, RefuseWhatIsNoNumber)
+TEST_F(DayDialogs, RefuseTextThatIsNotANumber)
 {
     Begin();
     EXPECT_EQ(MessageFor<frmAdd>(L"abc"), L"Only integers and decimal numbers.");
@@ -126,7 +126,7 @@ TEST_F(DayDialogs, RefuseWhatIsNoNumber)
     EXPECT_EQ(MessageFor<frmAdd>(L"abcdefgh"), L"Only integers and decimal numbers.");
 }
 
-TEST_F(DayDialogs, RefuseANegativeDistanceWhateverItsLength)
+TEST_F(DayDialogs, RefuseANegativeDistanceOfAnyLength)
 {
     Begin(L"mil");
     EXPECT_EQ(MessageFor<frmAdd>(L"-5"), L"Number of mil must be positive.");
@@ -294,9 +294,9 @@ TEST_F(DayDialogs, WalkThroughTheirControlsByTab)
             PressKey(VK_TAB);
             walked.push_back(GetFocus());
         }
-        EXPECT_THAT(walked, ElementsAre(dialog.Text1.Handle(), dialog.Combo1.Handle(), dialog.Combo3.Handle(),
-                                        dialog.Text3.Handle(), dialog.Text2.Handle(), dialog.addButton.Handle(),
-                                        dialog.cancelButton.Handle()));
+        EXPECT_THAT(walked, ElementsAre(dialog.Combo3.Handle(), dialog.Text3.Handle(), dialog.Text2.Handle(),
+                                        dialog.addButton.Handle(), dialog.cancelButton.Handle(), dialog.Text1.Handle(),
+                                        dialog.Combo1.Handle()));
     });
 }
 
@@ -311,7 +311,7 @@ TEST_F(DayDialogs, StepTheYearByTheArrowKeysInItsBox)
     });
 }
 
-TEST_F(DayDialogs, OpenOverTheMainWindowWhichTakesNoInputMeanwhile)
+TEST_F(DayDialogs, OpenOverTheMainWindowAndDisableIt)
 {
     Begin();
     InDialog<frmAdd>([](frmAdd& dialog) {

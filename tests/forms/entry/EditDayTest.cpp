@@ -3,7 +3,7 @@
 
 #include "data/DataInterface.h"
 #include "forms/entry/frmEdit.h"
-#include "platform/Clock.h"
+#include "platform/system/Clock.h"
 
 #include <gmock/gmock.h>
 
@@ -17,7 +17,7 @@ protected:
     void Open(const DayEntry& day, std::function<void(frmEdit&)> act)
     {
         user.In<frmEdit>(std::move(act));
-        The<frmEdit>()->showMeNow(day.year, day.month, day.day, day.distance, day.route);
+        Instance<frmEdit>()->showMeNow(day.year, day.month, day.day, day.distance, day.route);
     }
 };
 
@@ -41,7 +41,7 @@ void Confirm(frmEdit& dialog)
 
 } // namespace
 
-TEST_F(EditDayDialog, OpensWithTheWholeDay)
+TEST_F(EditDayDialog, OpensWithAllFieldsOfTheDay)
 {
     Start();
     Open({2004, 3, 15, 12.5, L"Office - home"}, [](frmEdit& dialog) {
@@ -63,7 +63,7 @@ TEST_F(EditDayDialog, ShowsAnyNegativeDistanceAsAnEmptyBox)
             EXPECT_EQ(dialog.Text3.Text(), L"");
             Press(dialog.cancelButton);
         });
-        UnloadThe<frmEdit>();
+        UnloadInstance<frmEdit>();
     }
     Open({2004, 3, 15, 0, L""}, [](frmEdit& dialog) {
         EXPECT_EQ(dialog.Text3.Text(), L"0");
@@ -97,17 +97,17 @@ TEST_F(EditDayDialog, ReplacesDistanceAndRouteInPlaceWhenTheDateStays)
     });
     EXPECT_THAT(Journal(), ElementsAre(DayEntry{2004, 3, 10, 1, L""}, DayEntry{2004, 3, 15, 99, L"Sea"},
                                        DayEntry{2004, 3, 20, 3, L""}, DayEntry{2004, 3, 5, 4, L""}));
-    EXPECT_TRUE(The<frmEdit>()->hasChanged());
+    EXPECT_TRUE(Instance<frmEdit>()->hasChanged());
     EXPECT_TRUE(DataInterface::IsJournalChanged());
     EXPECT_THAT(boxes.Texts(), IsEmpty());
 }
 
-TEST_F(EditDayDialog, CountsAsAChangeEvenWhenNothingWasTyped)
+TEST_F(EditDayDialog, CountsAsAChangeAlsoWithoutInput)
 {
     Start({.journal = outOfOrder});
     Open(chosen, Confirm);
     EXPECT_EQ(Journal()[1], chosen);
-    EXPECT_TRUE(The<frmEdit>()->hasChanged());
+    EXPECT_TRUE(Instance<frmEdit>()->hasChanged());
 }
 
 TEST_F(EditDayDialog, MovesTheDayToItsPlaceWhenTheDayChanges)
@@ -140,9 +140,9 @@ TEST_F(EditDayDialog, MovesTheDayWhenTheYearChangesAndAnswersItsNewDate)
         Press(dialog.addButton);
     });
     EXPECT_EQ(Journal()[0], (DayEntry{2005, 3, 15, 12, L"Office"}));
-    EXPECT_EQ(The<frmEdit>()->getYear(), 2005);
-    EXPECT_EQ(The<frmEdit>()->getMonth(), 3);
-    EXPECT_EQ(The<frmEdit>()->getDay(), 15);
+    EXPECT_EQ(Instance<frmEdit>()->getYear(), 2005);
+    EXPECT_EQ(Instance<frmEdit>()->getMonth(), 3);
+    EXPECT_EQ(Instance<frmEdit>()->getDay(), 15);
 }
 
 TEST_F(EditDayDialog, ComparesTheYearAsText)
@@ -160,7 +160,7 @@ TEST_F(EditDayDialog, StaysInPlaceInAYearThatTheArrowsCannotReach)
 {
     Start({.journal = "1940-03-10      1 \r\n1940-03-15      2 \r\n2150-03-10      3 \r\n"});
     Open({1940, 3, 15, 2, L""}, Confirm);
-    UnloadThe<frmEdit>();
+    UnloadInstance<frmEdit>();
     Open({2150, 3, 10, 3, L""}, Confirm);
     EXPECT_THAT(Journal(), ElementsAre(DayEntry{1940, 3, 10, 1, L""}, DayEntry{1940, 3, 15, 2, L""},
                                        DayEntry{2150, 3, 10, 3, L""}));
@@ -177,7 +177,7 @@ TEST_F(EditDayDialog, StoresADayThatTheMonthLacks)
     EXPECT_THAT(Journal(), testing::Contains(DayEntry{2004, 2, 30, 12, L"Office"}));
 }
 
-TEST_F(EditDayDialog, MovesOntoADateThatIsTakenWithoutAsking)
+TEST_F(EditDayDialog, MovesADayToADateWithAnEntryWithoutAQuestion)
 {
     Start({.journal = outOfOrder});
     Open(chosen, [](frmEdit& dialog) {
@@ -199,7 +199,56 @@ TEST_F(EditDayDialog, AddsTheNewDayAlsoWhenTheOldOneIsGone)
     });
     EXPECT_THAT(boxes.Texts(), ElementsAre(L"not found"));
     EXPECT_THAT(Journal(), ElementsAre(DayEntry{2004, 3, 16, 12, L"Office"}, DayEntry{2004, 3, 10, 1, L""}));
-    EXPECT_TRUE(The<frmEdit>()->hasChanged());
+    EXPECT_TRUE(Instance<frmEdit>()->hasChanged());
+}
+
+TEST_F(EditDayDialog, LosesNothingWhenTheNewDateCannotBeRead)
+{
+    Start({.journal = outOfOrder});
+    Open(chosen, [](frmEdit& dialog) {
+        Pick(dialog.Combo3, L"16");
+        // The name of a month in the language of another region.
+        SendMessageW(dialog.Combo1.Handle(), CB_DELETESTRING, 2, 0);
+        SendMessageW(dialog.Combo1.Handle(), CB_INSERTSTRING, 2, reinterpret_cast<LPARAM>(L"brumaire"));
+        SendMessageW(dialog.Combo1.Handle(), CB_SETCURSEL, 2, 0);
+        Press(dialog.addButton);
+        EXPECT_TRUE(dialog.IsLoaded());
+        EXPECT_FALSE(dialog.hasChanged());
+        Press(dialog.cancelButton);
+    });
+    EXPECT_THAT(boxes.Texts(), ElementsAre(testing::StartsWith(L"Run-time error '13'")));
+    EXPECT_EQ(DataInterface::dayCount, 4);
+    EXPECT_EQ(Journal()[1], chosen);
+    EXPECT_FALSE(DataInterface::IsJournalChanged());
+}
+
+TEST_F(EditDayDialog, AcceptsTheDistanceThatItShows)
+{
+    Start({.journal = outOfOrder});
+    for (const double distance : {1E-05, 1E+10, 1E+300, 9E+307, 1.5E-7, 12.5}) {
+        Open({2004, 3, 15, distance, L"Office"}, [](frmEdit& dialog) {
+            Type(dialog.Text2, L"Sea");
+            Press(dialog.addButton);
+        });
+        EXPECT_EQ(Journal()[1], (DayEntry{2004, 3, 15, distance, L"Sea"}));
+        UnloadInstance<frmEdit>();
+    }
+    EXPECT_THAT(boxes.Texts(), IsEmpty());
+}
+
+TEST_F(EditDayDialog, RefusesAnExponentThatIsTyped)
+{
+    Start({.journal = outOfOrder});
+    Open({2004, 3, 15, 1E-05, L"Office"}, [](frmEdit& dialog) {
+        for (const wchar_t* typed : {L"1E-5", L"1E-06", L"1e-05", L"1E+10"}) {
+            Type(dialog.Text3, typed);
+            Press(dialog.addButton);
+        }
+        Press(dialog.cancelButton);
+    });
+    EXPECT_THAT(boxes.Texts(),
+                testing::AllOf(testing::SizeIs(4), testing::Each(L"Only integers and decimal numbers.")));
+    EXPECT_EQ(Journal()[1], chosen);
 }
 
 TEST_F(EditDayDialog, MovesADayOfAFullJournal)
@@ -227,7 +276,7 @@ TEST_F(EditDayDialog, ChangesNothingWhenCancelled)
         Type(dialog.Text2, L"Sea");
         Press(dialog.cancelButton);
     });
-    EXPECT_FALSE(The<frmEdit>()->hasChanged());
+    EXPECT_FALSE(Instance<frmEdit>()->hasChanged());
     EXPECT_FALSE(DataInterface::IsJournalChanged());
     EXPECT_EQ(Journal()[1], chosen);
 }
@@ -239,6 +288,6 @@ TEST_F(EditDayDialog, ChangesNothingWhenClosedByItsCloseBox)
         Type(dialog.Text3, L"99");
         SendMessageW(dialog.Handle(), WM_SYSCOMMAND, SC_CLOSE, 0);
     });
-    EXPECT_FALSE(The<frmEdit>()->hasChanged());
+    EXPECT_FALSE(Instance<frmEdit>()->hasChanged());
     EXPECT_EQ(Journal()[1], chosen);
 }

@@ -18,7 +18,7 @@ TEST(RouteText, EndsAtItsFirstLineBreak)
     EXPECT_EQ(RouteOf(L"\r\nThere"), L"");
 }
 
-TEST(RouteText, HoldsWhatTheCodePageHas)
+TEST(RouteText, IsConvertedToTheCodePage)
 {
     EXPECT_EQ(RouteOf(L"\x4e2d and \x0416"), L"? and ?");
 }

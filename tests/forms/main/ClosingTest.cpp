@@ -8,6 +8,8 @@
 #include "forms/prefs/frmSettings.h"
 #include "forms/prefs/frmUserinfo.h"
 #include "forms/print/frmInterval.h"
+#include "platform/windows/FormWindow.h"
+#include "tests/support/NoMemory.h"
 
 #include <gmock/gmock.h>
 
@@ -25,13 +27,7 @@ class MainWindowClosing : public ProgramUnderTest {
 protected:
     void StartChanged(std::int16_t language = 0)
     {
-        Start({.journal = oneDay, .language = language});
-        user.In<frmAdd>([](frmAdd& dialog) {
-            Pick(dialog.Combo3, L"18");
-            Press(dialog.addButton);
-        });
-        Press(Main().addButton);
-        ASSERT_TRUE(DataInterface::IsJournalChanged());
+        ProgramUnderTest::StartChanged({.journal = oneDay, .language = language});
     }
 
     /// The question of the system whether the user's session may end.
@@ -60,8 +56,8 @@ void WatchEndOf(const Form& form)
 template <class T>
 void LoadAndWatch()
 {
-    The<T>()->Load();
-    WatchEndOf(*The<T>());
+    Instance<T>()->Load();
+    WatchEndOf(*Instance<T>());
 }
 
 /// A window that the main window knows nothing of.
@@ -219,7 +215,7 @@ TEST_F(MainWindowClosing, AsksBeforeTheSessionEndsAndHoldsItUpWhenCancelled)
     EXPECT_TRUE(DataInterface::IsJournalChanged());
 }
 
-TEST_F(MainWindowClosing, SavesBeforeTheSessionEndsAndGoesWithItWithoutASecondQuestion)
+TEST_F(MainWindowClosing, SavesBeforeTheSessionEndsAndClosesWithoutASecondQuestion)
 {
     StartChanged();
     boxes.AnswerNext(IDYES);
@@ -239,7 +235,7 @@ TEST_F(MainWindowClosing, HoldsTheSessionUpWhenTheSaveFails)
     EXPECT_TRUE(DataInterface::IsJournalChanged());
 }
 
-TEST_F(MainWindowClosing, StaysWhenTheSessionGoesOnAfterAll)
+TEST_F(MainWindowClosing, StaysOpenWhenTheEndOfTheSessionIsCancelled)
 {
     Start({.journal = oneDay});
     SendMessageW(Main().Handle(), WM_ENDSESSION, FALSE, 0);
@@ -280,17 +276,71 @@ TEST_F(MainWindowClosing, UnloadsTheOtherFormsInAFixedOrderThenTheRestBackwards)
     LoadAndWatch<Stranger<2>>();
     LoadAndWatch<frmAdd>();
     LoadAndWatch<frmAbout>();
-    const std::vector<std::wstring> expected{Text(The<frmAbout>()->Handle()),
+    const std::vector<std::wstring> expected{Text(Instance<frmAbout>()->Handle()),
                                              L"Add",
                                              L"Edit",
-                                             Text(The<frmInterval>()->Handle()),
-                                             Text(The<frmSettings>()->Handle()),
-                                             Text(The<frmUserinfo>()->Handle()),
+                                             Text(Instance<frmInterval>()->Handle()),
+                                             Text(Instance<frmSettings>()->Handle()),
+                                             Text(Instance<frmUserinfo>()->Handle()),
                                              L"Stranger 2",
                                              L"Stranger 1",
                                              L"Odomira"};
     CloseMain();
     EXPECT_EQ(ended, expected);
+}
+
+TEST_F(MainWindowClosing, AsksAlsoWhenAnotherProgramEndsTheMessageLoop)
+{
+    StartChanged();
+    boxes.AnswerNext(IDCANCEL);
+    PostThreadMessageW(GetCurrentThreadId(), WM_QUIT, 0, 0);
+    DoEvents();
+    EXPECT_TRUE(IsOpen());
+    EXPECT_TRUE(DataInterface::IsJournalChanged());
+
+    boxes.AnswerNext(IDNO);
+    PostQuitMessage(0);
+    RunMessageLoop();
+    EXPECT_FALSE(IsOpen());
+    EXPECT_THAT(boxes.Texts(), ElementsAre(L"Save last changes?", L"Save last changes?"));
+}
+
+TEST_F(MainWindowClosing, LeavesAnOpenDialogWhenAnotherProgramEndsTheMessageLoopAndTheUserCancels)
+{
+    StartChanged();
+    boxes.AnswerNext(IDCANCEL);
+    user.In<frmAdd>([](frmAdd&) { PostQuitMessage(0); });
+    user.In<frmAdd>([this](frmAdd& dialog) {
+        EXPECT_THAT(boxes.Texts(), ElementsAre(L"Save last changes?"));
+        EXPECT_FALSE(IsEnabled(Main().addButton) && IsWindowEnabled(Main().Handle()));
+        Press(dialog.cancelButton);
+    });
+    Press(Main().addButton);
+    EXPECT_TRUE(IsOpen());
+    EXPECT_TRUE(DataInterface::IsJournalChanged());
+}
+
+TEST_F(MainWindowClosing, TakesAnOpenDialogWithItWhenAnotherProgramEndsTheMessageLoop)
+{
+    StartChanged();
+    boxes.AnswerNext(IDNO);
+    user.In<frmAdd>([](frmAdd&) { PostQuitMessage(0); });
+    Press(Main().addButton);
+    EXPECT_THAT(Form::OpenForms(), IsEmpty());
+    EXPECT_THAT(boxes.Texts(), ElementsAre(L"Save last changes?"));
+    EXPECT_EQ(SavedJournal(), oneDay);
+}
+
+TEST_F(MainWindowClosing, IsNotCausedByALackOfMemory)
+{
+    Start({.journal = oneDay});
+    DoEvents();
+    PostMessageW(Main().Handle(), WM_NULL, 0, 0);
+    {
+        const NoMemory none;
+        HandleNextMessage(); // this one only: a timer of the test's user would need memory itself
+    }
+    EXPECT_TRUE(IsOpen());
 }
 
 TEST_F(MainWindowClosing, EndsTheMessageLoopAndSoTheProgram)

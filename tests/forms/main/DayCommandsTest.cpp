@@ -4,7 +4,7 @@
 #include "data/DataInterface.h"
 #include "forms/entry/frmAdd.h"
 #include "forms/entry/frmEdit.h"
-#include "platform/Clock.h"
+#include "platform/system/Clock.h"
 
 #include <gmock/gmock.h>
 
@@ -75,7 +75,7 @@ protected:
 
 } // namespace
 
-TEST_F(DayCommands, AddOpensAtTheMonthOnShowWhetherOrNotADayIsChosen)
+TEST_F(DayCommands, AddOpensAtTheListedMonthWithOrWithoutASelectedDay)
 {
     Start({.journal = twoMonths});
     EXPECT_EQ(MonthThatAddOpensAt(), L"2004 " + MonthNamed(3));
@@ -166,7 +166,7 @@ TEST_F(DayCommands, AddTakesTheCloseBoxForCancel)
     EXPECT_EQ(DataInterface::dayCount, 4);
 }
 
-TEST_F(DayCommands, AddStartsAfreshAtEveryOpening)
+TEST_F(DayCommands, AddOpensWithEmptyBoxesEveryTime)
 {
     Start({.journal = twoMonths});
     Add(MonthNamed(2), L"20", L"30", L"Away");
@@ -180,7 +180,7 @@ TEST_F(DayCommands, AddStartsAfreshAtEveryOpening)
     EXPECT_THAT(Form::OpenForms(), testing::SizeIs(1)) << "the dialog is unloaded after each use";
 }
 
-TEST_F(DayCommands, AddCannotOpenOnAMonthThatHoldsADayAbove31AndTheProgramGoesOn)
+TEST_F(DayCommands, AddShowsAnErrorForAMonthWithADayAbove31)
 {
     Start({.journal = "2004-03-15     12 Office\r\n2004-03-45      1 \r\n"});
     Press(Main().addButton);
@@ -231,7 +231,7 @@ TEST_F(DayCommands, EditHandsTheChosenLineToTheDialog)
     Press(Main().editButton);
 }
 
-TEST_F(DayCommands, EditReadsTheLineByPositionAlsoWhereALongDistanceHasPushedTheRoute)
+TEST_F(DayCommands, EditReadsTheLineByPositionAlsoIfALongDistanceHasMovedTheRoute)
 {
     Start({.journal = "2004-03-15     12 Office\r\n"});
     DataInterface::AddDay(2004, 3, 20, 1234567, L"Far");

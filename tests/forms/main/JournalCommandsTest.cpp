@@ -39,7 +39,7 @@ protected:
     static void Save() { ChooseCommand(Main(), {L"File", L"Save"}); }
     static void Revert() { ChooseCommand(Main(), {L"File", L"Revert"}); }
 
-    /// The total line after the settings were opened and confirmed, with the unit as the program is told it then.
+    /// The total after the settings have been confirmed with this unit.
     std::wstring TotalAfterSettings(const std::wstring& unit)
     {
         user.In<frmSettings>([unit](frmSettings& dialog) {
@@ -169,7 +169,7 @@ TEST_F(JournalCommands, RevertToAnEmptyJournalLeavesNothingOnShow)
     EXPECT_EQ(Text(Main().Label1.Handle()), L"");
 }
 
-TEST_F(JournalCommands, DialogsOpenOverTheMainWindowAndNothingFollows)
+TEST_F(JournalCommands, DialogsOpenOverTheMainWindowAndChangeNothing)
 {
     Start({.journal = oneDay});
     ClosesAgain<frmInterval>();
@@ -183,7 +183,7 @@ TEST_F(JournalCommands, DialogsOpenOverTheMainWindowAndNothingFollows)
     EXPECT_TRUE(IsWindowEnabled(Main().Handle()));
 }
 
-TEST_F(JournalCommands, SettingsChangeEveryCaptionAtOnceButNotTheWordOfTheTotal)
+TEST_F(JournalCommands, SettingsChangeEveryCaptionButNotTheWordOfTheTotal)
 {
     Start({.journal = oneDay});
     user.In<frmSettings>([](frmSettings& dialog) {
@@ -223,7 +223,7 @@ TEST_F(JournalCommands, SettingsLeaveAnEmptyTotalEmpty)
     EXPECT_EQ(TotalAfterSettings(L"miles"), L"");
 }
 
-TEST_F(JournalCommands, SettingsTakeAnyOtherUnitForOneOfTheThreeUntilTheNextMonthIsShown)
+TEST_F(JournalCommands, SettingsReplaceAnyOtherUnitOfTheTotalByItsLastLetterUntilTheNextMonth)
 {
     Start({.journal = oneDay, .unit = L"leagues"});
     EXPECT_EQ(TotalAfterSettings(L"km"), L"Total: 120 lekm");

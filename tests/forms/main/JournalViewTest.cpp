@@ -3,7 +3,7 @@
 
 #include "data/DataInterface.h"
 #include "forms/entry/frmEdit.h"
-#include "platform/Twips.h"
+#include "platform/windows/Twips.h"
 
 #include <gmock/gmock.h>
 
@@ -23,7 +23,7 @@ protected:
     {
         Start({.journal = journal});
         std::wstring total = Total();
-        UnloadThe<frmMain>();
+        UnloadInstance<frmMain>();
         return total;
     }
 
@@ -79,14 +79,14 @@ TEST_F(JournalView, HasYearsAndMonthsInTheOrderOfTheirFirstDays)
     EXPECT_THAT(Lines(Main().List1), ElementsAre(L"2003-05-09      1 ", L"2003-05-01      1 "));
 }
 
-TEST_F(JournalView, KnowsItsNodesByKeysOfYearAndMonth)
+TEST_F(JournalView, GivesNodesKeysOfYearAndMonth)
 {
     Start({.journal = "2004-03-01      1 \r\n"
                       "2004-12-01      1 \r\n"});
     EXPECT_THAT(Keys(Main().TreeView1), ElementsAre(L"ar2004", L"2004 3node", L"2004 12node"));
 }
 
-TEST_F(JournalView, NamesTheMonthsInTheLanguageOfTheSystemWhateverTheProgramSpeaks)
+TEST_F(JournalView, NamesTheMonthsInTheLanguageOfTheRegion)
 {
     std::string journal;
     std::vector<std::wstring> expected{L"2004"};
@@ -97,7 +97,7 @@ TEST_F(JournalView, NamesTheMonthsInTheLanguageOfTheSystemWhateverTheProgramSpea
     for (const std::int16_t language : {std::int16_t{0}, std::int16_t{100}}) {
         Start({.journal = journal, .language = language});
         EXPECT_EQ(Tree(Main().TreeView1), expected);
-        UnloadThe<frmMain>();
+        UnloadInstance<frmMain>();
     }
 }
 
@@ -111,7 +111,7 @@ TEST_F(JournalView, OpensTheFirstYearOnly)
     EXPECT_FALSE(IsExpanded(Main().TreeView1, TreeView_GetNextSibling(tree, first)));
 }
 
-TEST_F(JournalView, EndsWhereTheFileHasAYearBelowOne)
+TEST_F(JournalView, EndsTheTreeAtAYearBelow1)
 {
     Start({.journal = "2004-03-01      1 \r\n"
                       "0000-03-01      1 \r\n"
@@ -120,7 +120,7 @@ TEST_F(JournalView, EndsWhereTheFileHasAYearBelowOne)
     EXPECT_EQ(DataInterface::dayCount, 3);
 }
 
-TEST_F(JournalView, EndsAYearWhereTheFileHasAMonthBelowOne)
+TEST_F(JournalView, EndsAYearAtAMonthBelow1)
 {
     Start({.journal = "2004-03-01      1 \r\n"
                       "2004-00-01      1 \r\n"
@@ -158,7 +158,7 @@ TEST_F(JournalView, ListsTheLatestDayFirstAndDaysThatTheMonthLacksToo)
                                                  L"2004-02-15      4 ", L"2004-02-01      1 "));
 }
 
-TEST_F(JournalView, LeavesOutDaysWhoseNumberIsNone)
+TEST_F(JournalView, LeavesOutDayNumbersOutside1To31)
 {
     Start({.journal = "2004-02-00      1 \r\n"
                       "2004-02-32      2 \r\n"
@@ -211,7 +211,7 @@ TEST_F(JournalView, CountsADistanceOfZeroAsADistance)
     EXPECT_THAT(Lines(Main().List1), ElementsAre(L"2004-02-15      0 "));
 }
 
-TEST_F(JournalView, LetsALongDistancePushTheRouteToTheRight)
+TEST_F(JournalView, LetsALongDistanceMoveTheRouteToTheRight)
 {
     Start({.journal = "2004-02-14      1 \r\n"});
     DataInterface::AddDay(2004, 2, 20, 1234567, L"Far");
@@ -260,6 +260,50 @@ TEST_F(JournalView, PutsOneBlankBeforeTheLastThreeDigitsOfTheTotal)
     EXPECT_EQ(TotalOf("2004-02-14 999999 \r\n2004-02-13 234568 \r\n"), L"Total: 1234 567 km");
 }
 
+TEST_F(JournalView, ShowsDistancesAndTotalsThatNeedAnExponent)
+{
+    EXPECT_EQ(TotalOf("2004-02-14  9e14  \r\n"), L"Total: 900000000000 000 km");
+    EXPECT_EQ(TotalOf("2004-02-14  1e15  \r\n"), L"Total: 1E+15 km");
+    EXPECT_EQ(TotalOf("2004-02-14  1e290 \r\n"), L"Total: 1E+290 km");
+    EXPECT_EQ(TotalOf("2004-02-14  1e300 Home\r\n2004-02-13  2e300 \r\n"), L"Total: 3E+300 km");
+    EXPECT_EQ(TotalOf("2004-02-14  1e-05 \r\n"), L"Total: 0 km");
+    EXPECT_EQ(TotalOf("2004-02-14 1e-323 \r\n"), L"Total: 0 km");
+    EXPECT_THAT(boxes.Texts(), IsEmpty());
+    Start({.journal = "2004-02-14  1e300 Home\r\n"});
+    EXPECT_THAT(Lines(Main().List1), ElementsAre(L"2004-02-14 1E+300 Home"));
+}
+
+TEST_F(JournalView, EditsADayWhoseDistanceNeedsAnExponent)
+{
+    for (const std::string distance : {" 1e-05", " 1e-09", "1e+300", " 9e307"}) {
+        Start({.journal = "2004-02-14 " + distance + " Home\r\n"});
+        const DayEntry before = DataInterface::GetDayEntry(2004, 2, 14);
+        ClickLine(Main().List1, 0);
+        user.In<frmEdit>([](frmEdit& dialog) { Press(dialog.addButton); });
+        Press(Main().editButton);
+        EXPECT_EQ(DataInterface::GetDayEntry(2004, 2, 14), before) << distance;
+        EXPECT_TRUE(DataInterface::IsJournalChanged());
+        DataInterface::ClearJournalChanged();
+        UnloadInstance<frmMain>();
+    }
+    EXPECT_THAT(boxes.Texts(), IsEmpty());
+}
+
+TEST_F(JournalView, ShowsTheLargestTotalAndInfinity)
+{
+    // The digits of the greatest number, one day each: rounded to fifteen digits it would be beyond all numbers.
+    const std::vector<std::string> digits{" 1e308", " 7e307", " 9e306", " 7e305", " 6e304", " 9e303",
+                                          " 3e302", " 1e301", " 3e300", " 4e299", " 8e298", " 6e297",
+                                          " 2e296", " 3e295", " 1e294", " 5e293", " 6e292"};
+    std::string greatest;
+    for (std::size_t day = 0; day < digits.size(); ++day) {
+        greatest += "2004-02-" + std::to_string(10 + day) + " " + digits[day] + " \r\n";
+    }
+    EXPECT_EQ(TotalOf(greatest), Decimal(L"Total: 1.79769313486232E+308 km"));
+    EXPECT_EQ(TotalOf("2004-02-14  1e308 \r\n2004-02-13  9e307 \r\n"), L"Total: \u221e km");
+    EXPECT_THAT(boxes.Texts(), IsEmpty());
+}
+
 TEST_F(JournalView, ShowsTheTotalInWholeUnitsWithHalvesRoundedUp)
 {
     const auto inFile = [](std::string text, const std::string& day = "2004-02-14") {
@@ -290,7 +334,7 @@ TEST_F(JournalView, AddsTheDistancesOfOneMonthOnly)
     EXPECT_EQ(Total(), L"Total: 50 000 km");
 }
 
-TEST_F(JournalView, ShowsTheMonthThatIsClickedAndThenNoDayIsChosen)
+TEST_F(JournalView, ShowsTheClickedMonthWithoutASelectedDay)
 {
     Start({.journal = "2004-02-14    700 \r\n"
                       "2003-02-13  50000 \r\n"});
@@ -320,7 +364,7 @@ TEST_F(JournalView, ShowsEveryMonthUnderItsOwnName)
     }
 }
 
-TEST_F(JournalView, CountsAClickOnTheMonthThatIsOnShowToo)
+TEST_F(JournalView, ListsTheMonthAgainWhenItIsClickedAgain)
 {
     Start({.journal = "2004-02-14    700 \r\n"});
     BringToFront(Main());
@@ -330,7 +374,7 @@ TEST_F(JournalView, CountsAClickOnTheMonthThatIsOnShowToo)
     EXPECT_EQ(ChosenLine(Main().List1), -1);
 }
 
-TEST_F(JournalView, ShowsTheMonthThatAnotherProgramClicksWhereverTheMouseIs)
+TEST_F(JournalView, ShowsTheMonthThatAnotherProgramClicks)
 {
     Start({.journal = "2004-02-14    700 \r\n"
                       "2003-02-13  50000 \r\n"});
@@ -359,7 +403,7 @@ TEST_F(JournalView, IsEmptiedByAClickOnAYearAndLeavesTheButtonsAsTheyAre)
     EXPECT_TRUE(DayButtonsAreEnabled());
 }
 
-TEST_F(JournalView, FollowsTheKeysInTheTree)
+TEST_F(JournalView, ListsTheMonthThatTheArrowKeysSelect)
 {
     Start({.journal = "2004-03-14    700 \r\n"
                       "2004-02-14      5 \r\n"});

@@ -69,7 +69,7 @@ TEST_F(MainWindowOpening, ShowsNothingOfAnEmptyJournal)
     EXPECT_EQ(Text(Main().Label1.Handle()), L"");
 }
 
-TEST_F(MainWindowOpening, DisablesWhatNeedsAChosenDayOrAChange)
+TEST_F(MainWindowOpening, DisablesCommandsThatNeedASelectedDayOrAChange)
 {
     Start({.journal = threeMonths});
     EXPECT_FALSE(IsEnabled(Main().editButton));
@@ -152,7 +152,7 @@ TEST_F(MainWindowOpening, ListsDaysInCourierNewAndInTheOrderAdded)
     EXPECT_EQ(GetWindowLongW(Main().List1.Handle(), GWL_STYLE) & LBS_SORT, 0);
 }
 
-TEST_F(MainWindowOpening, StartsOverAJournalWithAMonthThatTheCalendarLacks)
+TEST_F(MainWindowOpening, StartsWithAJournalThatHasAMonthAbove12)
 {
     Start({.journal = "2004-03-15     12 Office\r\n2004-99-01      5 Nowhere\r\n2003-01-01      1 Later\r\n"});
     ASSERT_THAT(boxes.Texts(), ElementsAre(L"Run-time error '13':\r\n\r\nType mismatch"));

@@ -67,7 +67,7 @@ TEST_F(WebPages, OpenTheMakersHomePage)
     EXPECT_EQ(OpenedAddress(), "https://brenholt.example.com/");
 }
 
-TEST_F(WebPages, EndInTheErrorOfTheMissingTextWhereNothingOpensThem)
+TEST_F(WebPages, ShowTheErrorOfTheMissingTextIfNothingOpensThem)
 {
     for (const std::int16_t language : {std::int16_t{0}, std::int16_t{100}}) {
         Start({.journal = "2004-03-15     12 Office\r\n", .language = language});
@@ -78,7 +78,7 @@ TEST_F(WebPages, EndInTheErrorOfTheMissingTextWhereNothingOpensThem)
         }
         EXPECT_TRUE(IsOpen()) << "the program goes on";
         EXPECT_THAT(Lines(Main().List1), testing::SizeIs(1));
-        UnloadThe<frmMain>();
+        UnloadInstance<frmMain>();
     }
     EXPECT_THAT(boxes.Texts(), testing::Each(testing::StartsWith(L"Run-time error '326':\r\n\r\n")));
     EXPECT_THAT(boxes.Seen(), testing::SizeIs(2));

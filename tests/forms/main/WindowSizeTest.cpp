@@ -1,7 +1,7 @@
 // Where the main window's parts stand at every size, in the pixels of the real windows.
 #include "tests/forms/ProgramUnderTest.h"
 
-#include "platform/Twips.h"
+#include "platform/windows/Twips.h"
 
 #include <gmock/gmock.h>
 
@@ -147,7 +147,7 @@ TEST_F(WindowSize, SnapsBackToItsSmallestSize)
     EXPECT_THAT(Height(Main().List1), About(Pixels(4000 - 1915 - 240)));
 }
 
-TEST_F(WindowSize, SnapsBackInEachDirectionAlone)
+TEST_F(WindowSize, SnapsBackInEachDirectionSeparately)
 {
     Drag(3000, 6000);
     EXPECT_EQ(Outer().cx, Pixels(5700));
@@ -167,7 +167,7 @@ TEST_F(WindowSize, IsNotLimitedByTheFrameItself)
     EXPECT_LT(limits.ptMinTrackSize.y, Pixels(4000));
 }
 
-TEST_F(WindowSize, LooksTheSameAfterMinimisingAndRestoring)
+TEST_F(WindowSize, IsUnchangedAfterMinimisingAndRestoring)
 {
     Drag(7500, 6000);
     const RECT list = PlaceOf(Main().List1);

@@ -81,7 +81,7 @@ TEST_F(SettingsDialog, OpensOnTheUnitPageWithKilometresAndEnglish_WhenNothingIsS
     });
 }
 
-TEST_F(SettingsDialog, SpeaksEnglish)
+TEST_F(SettingsDialog, HasItsTextsInEnglish)
 {
     WhileOpen([](frmSettings& form) {
         EXPECT_EQ(form.Caption(), L"Settings");
@@ -100,7 +100,7 @@ TEST_F(SettingsDialog, SpeaksEnglish)
     });
 }
 
-TEST_F(SettingsDialog, SpeaksSwedish)
+TEST_F(SettingsDialog, HasItsTextsInSwedish)
 {
     Module1::languageOffset = swedish;
     WhileOpen([](frmSettings& form) {
@@ -120,7 +120,7 @@ TEST_F(SettingsDialog, SpeaksSwedish)
     });
 }
 
-TEST_F(SettingsDialog, TakesAnyUnitButTheFirstOnesExactTextForTheSecond)
+TEST_F(SettingsDialog, SelectsTheSecondUnitForAnyOtherText)
 {
     for (const wchar_t* unit : {L"miles", L"mil", L"KM", L"km ", L""}) {
         Module1::distanceUnit = unit;
@@ -131,7 +131,7 @@ TEST_F(SettingsDialog, TakesAnyUnitButTheFirstOnesExactTextForTheSecond)
     }
 }
 
-TEST_F(SettingsDialog, HasSwedishChosenWhileTheProgramSpeaksIt)
+TEST_F(SettingsDialog, SelectsSwedishIfItIsTheLanguageOfTheProgram)
 {
     Module1::languageOffset = swedish;
     WhileOpen([](frmSettings& form) {
@@ -143,9 +143,9 @@ TEST_F(SettingsDialog, HasSwedishChosenWhileTheProgramSpeaksIt)
 TEST_F(SettingsDialog, DoesNotOpenInALanguageThatHasNoTexts)
 {
     Module1::languageOffset = 7;
-    EXPECT_EQ(ErrorOf([] { The<frmSettings>()->ShowModal(); }), ErrorNumber::ResourceNotFound);
+    EXPECT_EQ(ErrorOf([] { Instance<frmSettings>()->ShowModal(); }), ErrorNumber::ResourceNotFound);
     EXPECT_EQ(OpenDialogs(), 0U);
-    EXPECT_TRUE(IsWindowEnabled(The<PlainMainForm>()->Handle()));
+    EXPECT_TRUE(IsWindowEnabled(Instance<PlainMainForm>()->Handle()));
 }
 
 TEST_F(SettingsDialog, TurnsItsPagesByTheTabs)
@@ -165,6 +165,7 @@ TEST_F(SettingsDialog, TurnsItsPagesByTheTabs)
 TEST_F(SettingsDialog, TurnsItsPagesByCtrlTabAndPutsTheFocusOnTheNewPage)
 {
     WhileOpen([](frmSettings& form) {
+        PressKey(VK_TAB);
         EXPECT_TRUE(HasFocus(form.Option1[0]));
         PressKeyWith(VK_CONTROL, VK_TAB);
         EXPECT_TRUE(HasFocus(form.Option2[0]));
@@ -178,6 +179,7 @@ TEST_F(SettingsDialog, TurnsItsPagesByCtrlTabAndPutsTheFocusOnTheNewPage)
 TEST_F(SettingsDialog, WalksThroughOneQuestionByTheArrowKeys)
 {
     WhileOpen([](frmSettings& form) {
+        PressKey(VK_TAB);
         PressKey(VK_DOWN);
         EXPECT_TRUE(form.Option1[1].Value() && !form.Option1[0].Value());
         PressKey(VK_DOWN);
@@ -186,12 +188,12 @@ TEST_F(SettingsDialog, WalksThroughOneQuestionByTheArrowKeys)
     });
 }
 
-TEST_F(SettingsDialog, WalksFromTheChoiceToTheButtonsAndTheTabsByTheTabKey)
+TEST_F(SettingsDialog, WalksFromTheTabsToTheChoiceAndTheButtonsByTheTabKey)
 {
     Module1::distanceUnit = L"miles";
     WhileOpen([](frmSettings& form) {
-        const std::array<const Control*, 5> order{&form.Option1[1], &form.addButton, &form.cancelButton,
-                                                  &form.TabStrip1, &form.Option1[1]};
+        const std::array<const Control*, 5> order{&form.TabStrip1, &form.Option1[1], &form.addButton,
+                                                  &form.cancelButton, &form.TabStrip1};
         for (const Control* control : order) {
             EXPECT_TRUE(HasFocus(*control)) << control->Name();
             PressKey(VK_TAB);
@@ -217,7 +219,7 @@ TEST_F(SettingsDialog, StoresTheUnitInTheLanguageJustChosen)
     EXPECT_EQ(Stored(L"Settings", L"Langdenhet"), L"mil");
 }
 
-TEST_F(SettingsDialog, GoesBackToEnglishAndKilometres)
+TEST_F(SettingsDialog, ChangesBackToEnglishAndKilometres)
 {
     Module1::languageOffset = swedish;
     Module1::distanceUnit = L"mil";
@@ -238,7 +240,7 @@ TEST_F(SettingsDialog, TurnsMilesIntoMil_WhenConfirmedUnchangedInSwedish)
     EXPECT_EQ(Stored(L"Settings", L"Language"), L"100");
 }
 
-TEST_F(SettingsDialog, OpensAfreshInTheLanguageThatWasChosen)
+TEST_F(SettingsDialog, OpensInTheNewLanguage)
 {
     PressOkWith(1, 1);
     WhileOpen([](frmSettings& form) {
@@ -299,10 +301,10 @@ TEST_F(SettingsDialog, ChangesNothingWhenClosedByItsBox)
 TEST_F(SettingsDialog, BelongsToTheMainWindowAndKeepsItFromInput)
 {
     WhileOpen([](frmSettings& form) {
-        HWND mainWindow = The<PlainMainForm>()->Handle();
+        HWND mainWindow = Instance<PlainMainForm>()->Handle();
         EXPECT_EQ(GetWindow(form.Handle(), GW_OWNER), mainWindow);
         EXPECT_FALSE(IsWindowEnabled(mainWindow));
     });
-    EXPECT_TRUE(IsWindowEnabled(The<PlainMainForm>()->Handle()));
-    EXPECT_EQ(GetActiveWindow(), The<PlainMainForm>()->Handle());
+    EXPECT_TRUE(IsWindowEnabled(Instance<PlainMainForm>()->Handle()));
+    EXPECT_EQ(GetActiveWindow(), Instance<PlainMainForm>()->Handle());
 }

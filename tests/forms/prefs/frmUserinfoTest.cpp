@@ -1,5 +1,5 @@
 #include "forms/prefs/frmUserinfo.h"
-#include "platform/UnhandledError.h"
+#include "platform/windows/UnhandledError.h"
 #include "tests/forms/FormFixture.h"
 #include "tests/support/ErrorOf.h"
 #include "tests/support/MessageBoxWatcher.h"
@@ -86,7 +86,7 @@ TEST_F(UserinfoDialog, IsEmptyAndHasTheNumberGrey_WhenNothingIsStored)
     EXPECT_FALSE(AnythingIsStored());
 }
 
-TEST_F(UserinfoDialog, SpeaksEnglish)
+TEST_F(UserinfoDialog, HasItsTextsInEnglish)
 {
     WhileOpen([](frmUserinfo& form) {
         EXPECT_EQ(form.Caption(), L"Employee information");
@@ -99,7 +99,7 @@ TEST_F(UserinfoDialog, SpeaksEnglish)
     });
 }
 
-TEST_F(UserinfoDialog, SpeaksSwedish)
+TEST_F(UserinfoDialog, HasItsTextsInSwedish)
 {
     Module1::languageOffset = 100;
     WhileOpen([](frmUserinfo& form) {
@@ -113,7 +113,7 @@ TEST_F(UserinfoDialog, SpeaksSwedish)
     });
 }
 
-TEST_F(UserinfoDialog, ShowsWhatIsStored)
+TEST_F(UserinfoDialog, ShowsTheStoredValues)
 {
     FillStore();
     WhileOpen([](frmUserinfo& form) {
@@ -126,7 +126,7 @@ TEST_F(UserinfoDialog, ShowsWhatIsStored)
     });
 }
 
-TEST_F(UserinfoDialog, StoresWhatWasTypedAsItWasTyped)
+TEST_F(UserinfoDialog, StoresTheTextAsItWasTyped)
 {
     WhileOpen([](frmUserinfo& form) {
         TypeInto(form.Text9, L"  Ärlig & Co \"AB\" ");
@@ -212,7 +212,7 @@ TEST_F(UserinfoDialog, SelectsTheWholeTextOfABoxThatTheTabKeyReaches)
     });
 }
 
-TEST_F(UserinfoDialog, SelectsTheWholeTextAlsoOnTheWayBack)
+TEST_F(UserinfoDialog, SelectsTheWholeTextOnShiftTab)
 {
     FillStore();
     WhileOpen([](frmUserinfo& form) {
@@ -233,11 +233,17 @@ TEST_F(UserinfoDialog, SelectsTheWholeTextWhileShiftIsStillHeld)
         PressKey(VK_END);
         PressKey(VK_TAB);
         AwaitSelected(form.Text1);
-        HoldKey(VK_SHIFT);
-        PressKey(VK_TAB);
-        AwaitSelected(form.Text9);
-        EXPECT_TRUE(GetAsyncKeyState(VK_SHIFT) < 0) << "the user still holds the key";
-        ReleaseKey(VK_SHIFT);
+        for (const WORD held : {WORD{VK_LSHIFT}, WORD{VK_RSHIFT}}) {
+            const WORD other = held == VK_LSHIFT ? VK_RSHIFT : VK_LSHIFT;
+            form.Text1.SetFocus();
+            HoldKey(held);
+            PressKey(VK_TAB);
+            AwaitSelected(form.Text9);
+            EXPECT_TRUE(GetAsyncKeyState(held) < 0) << "the user still holds the key";
+            EXPECT_FALSE(GetAsyncKeyState(other) < 0) << "and not the other one";
+            ReleaseKey(held);
+            EXPECT_FALSE(GetAsyncKeyState(VK_SHIFT) < 0) << "no Shift is down now";
+        }
     });
 }
 
@@ -287,7 +293,7 @@ TEST_F(UserinfoDialog, StoresLongTextsWhole)
     EXPECT_EQ(Stored(section, L"Name"), name);
 }
 
-TEST_F(UserinfoDialog, LosesInSilenceWhatCannotBeStored)
+TEST_F(UserinfoDialog, ShowsNoMessageIfValuesCannotBeStored)
 {
     RefuseToStore();
     const MessageBoxWatcher watcher;
@@ -309,37 +315,37 @@ TEST_F(UserinfoDialog, DisablesTheNumberForEveryStateButChecked)
     }
 }
 
-TEST_F(UserinfoDialog, TellsTheUserOfAStateThatIsNoNumberAndDoesNotOpen)
+TEST_F(UserinfoDialog, ShowsAnErrorAndStaysClosedIfTheStateIsNotANumber)
 {
     FillStore();
     const MessageBoxWatcher watcher;
     Store(section, L"Aktiverat_personnummer", L"yes");
-    Guarded([] { The<frmUserinfo>()->ShowModal(); });
+    Guarded([] { Instance<frmUserinfo>()->ShowModal(); });
     Store(section, L"Aktiverat_personnummer", L"");
-    Guarded([] { The<frmUserinfo>()->ShowModal(); });
+    Guarded([] { Instance<frmUserinfo>()->ShowModal(); });
     Store(section, L"Aktiverat_personnummer", L"40000");
-    Guarded([] { The<frmUserinfo>()->ShowModal(); });
+    Guarded([] { Instance<frmUserinfo>()->ShowModal(); });
     EXPECT_EQ(watcher.Texts(), (std::vector<std::wstring>{L"Run-time error '13':\r\n\r\nType mismatch",
                                                           L"Run-time error '13':\r\n\r\nType mismatch",
                                                           L"Run-time error '6':\r\n\r\nOverflow"}));
     EXPECT_EQ(OpenDialogs(), 0U);
-    EXPECT_TRUE(IsWindowEnabled(The<PlainMainForm>()->Handle()));
+    EXPECT_TRUE(IsWindowEnabled(Instance<PlainMainForm>()->Handle()));
 
     Store(section, L"Aktiverat_personnummer", L"1");
     WhileOpen(
         [](frmUserinfo& form) { EXPECT_EQ(form.Text9.Text(), L"Åkeriet AB") << "the next opening starts afresh"; });
 }
 
-TEST_F(UserinfoDialog, DoesNotTakeANumberOfTheRegistryForAText)
+TEST_F(UserinfoDialog, RaisesAnErrorForARegistryValueOfTypeDword)
 {
     const DWORD one = 1;
     RegSetKeyValueW(HKEY_LOCAL_MACHINE, L"Software\\Velmora\\Tav\\Userinfo", L"Aktiverat_personnummer", REG_DWORD, &one,
                     sizeof one);
-    EXPECT_EQ(ErrorOf([] { The<frmUserinfo>()->ShowModal(); }), ErrorNumber::TypeMismatch);
+    EXPECT_EQ(ErrorOf([] { Instance<frmUserinfo>()->ShowModal(); }), ErrorNumber::TypeMismatch);
     EXPECT_EQ(OpenDialogs(), 0U);
 }
 
-TEST_F(UserinfoDialog, KeepsItsSizeWhoeverAsksForAnother)
+TEST_F(UserinfoDialog, KeepsItsSizeWhenAnotherIsRequested)
 {
     WhileOpen([](frmUserinfo& form) {
         const int width = form.Width();

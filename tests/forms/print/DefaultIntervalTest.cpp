@@ -18,8 +18,8 @@ CalendarDay AsCalendarDay(year_month_day date)
             static_cast<std::int16_t>(static_cast<unsigned>(date.day()))};
 }
 
-/// The same rule told by the calendar: go back a month, then one day on; February and the other short months may make
-/// that a day of this month, which is then its first.
+/// The same rule computed with calendar dates: one month back and one day forward. If the previous month is too short,
+/// the result is the first day of this month.
 CalendarDay Expected(year_month_day today)
 {
     if (today.month() == chrono::January) {
@@ -50,14 +50,14 @@ TEST(DefaultInterval, BeginsAMonthBackOnEveryDayOfManyYears)
     }
 }
 
-TEST(DefaultInterval, IsTheDayAfterTodaysNumberInThePreviousMonth)
+TEST(DefaultInterval, BeginsOneDayAfterTheSameDayOfThePreviousMonth)
 {
     EXPECT_EQ(DefaultFromDate({2003, 11, 16}), (CalendarDay{2003, 10, 17}));
     EXPECT_EQ(DefaultFromDate({2003, 5, 29}), (CalendarDay{2003, 4, 30}));
     EXPECT_EQ(DefaultFromDate({2004, 3, 28}), (CalendarDay{2004, 2, 29}));
 }
 
-TEST(DefaultInterval, IsTheFirstOfThisMonthWhereThePreviousMonthIsTooShort)
+TEST(DefaultInterval, BeginsOnTheFirstOfThisMonthIfThePreviousMonthIsTooShort)
 {
     EXPECT_EQ(DefaultFromDate({2003, 3, 31}), (CalendarDay{2003, 3, 1}));
     EXPECT_EQ(DefaultFromDate({2003, 5, 30}), (CalendarDay{2003, 5, 1}));

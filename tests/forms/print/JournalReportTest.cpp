@@ -1,7 +1,7 @@
-// The report as it is drawn, read from the records of its pages.
+// The drawing of the report, read from the recorded pages.
 #include "tests/forms/print/PrintedReport.h"
 
-#include "platform/RuntimeError.h"
+#include "platform/system/RuntimeError.h"
 #include "tests/support/ErrorOf.h"
 
 #include <gmock/gmock.h>
@@ -40,7 +40,7 @@ protected:
     double FirstContinuedRow() const { return 900 + line_ + 12 + 30; }
     double RowStep() const { return line_ + 30; }
 
-    /// How many one-line rows the first page takes: the last is the first one to end below 13500.
+    /// The number of one-line rows on the first page: the last is the first row that ends below 13500.
     int RowsOnFirstPage(int headerLines = 2) const
     {
         return 1 + static_cast<int>(std::floor((13500 - (FirstRow(headerLines) + line_)) / RowStep())) + 1;
@@ -87,7 +87,7 @@ TEST_F(JournalReport, PutsTheCompanyAndTheTitleOnTheFirstLineInBigBoldArial)
     EXPECT_TRUE(title.bold);
 }
 
-TEST_F(JournalReport, FramesTheHeaderByTwoThickRules)
+TEST_F(JournalReport, DrawsAThickLineAboveAndBelowTheHeader)
 {
     const auto& page = Print({2003, 4, 1}, {2003, 4, 1}).front();
     const double first = 800 + bigLine_ + 100;
@@ -96,7 +96,7 @@ TEST_F(JournalReport, FramesTheHeaderByTwoThickRules)
     EXPECT_TRUE(HasLine(page, 800, second, width_ - 800, second, 10)) << LinesAt(page, second);
 }
 
-TEST_F(JournalReport, PutsLabelsInBoldTenBlanksIn)
+TEST_F(JournalReport, IndentsBoldLabelsByTenSpaces)
 {
     SetUserInfo(L"Name", L"Alice");
     SetUserInfo(L"Surname", L"Hargreave");
@@ -125,7 +125,7 @@ TEST_F(JournalReport, PrintsTheUsersOwnHeadingWhenThatIsChosen)
     EXPECT_FALSE(HasText(page, L"2003-04-01 to 2003-04-01"));
 }
 
-TEST_F(JournalReport, PrintsTheNumberOnlyWhenItIsSwitchedOn)
+TEST_F(JournalReport, PrintsTheSocialSecurityNumberOnlyIfItIsEnabled)
 {
     SetUserInfo(L"Personnummer", L"700101-0000");
     EXPECT_FALSE(HasText(Print({2003, 4, 1}, {2003, 4, 1}).front(), L"Social security number:"));
@@ -146,7 +146,7 @@ TEST_F(JournalReport, PrintsTheNumberOnlyWhenItIsSwitchedOn)
     EXPECT_NEAR(TextOf(page, L"2003-04-01").y, FirstRow(3), exact);
 }
 
-TEST_F(JournalReport, HeadsTheTableByDateUnitAndRouteInAThickBox)
+TEST_F(JournalReport, DrawsATableHeadingOfDateUnitAndRouteInAThickBox)
 {
     const auto& page = Print({2003, 4, 1}, {2003, 4, 1}).front();
     const double top = TableTop();
@@ -162,10 +162,10 @@ TEST_F(JournalReport, HeadsTheTableByDateUnitAndRouteInAThickBox)
     for (const double x : {800.0, 2700.0, 3830.0, width_ - 800}) {
         EXPECT_TRUE(HasLine(page, x, top, x, top + line_, 10)) << x;
     }
-    EXPECT_FALSE(HasLine(page, 1400, top, 1400, top + line_, 10)) << "week and date share one heading";
+    EXPECT_FALSE(HasLine(page, 1400, top, 1400, top + line_, 10)) << "week and date have one heading cell";
 }
 
-TEST_F(JournalReport, GivesEveryCalendarDayARow)
+TEST_F(JournalReport, PrintsARowForEveryCalendarDay)
 {
     const auto& pages = Print({2004, 2, 26}, {2004, 3, 2});
     ASSERT_EQ(pages.size(), 1U);
@@ -192,7 +192,7 @@ TEST_F(JournalReport, LabelsMondaysByTheirWeek)
     EXPECT_EQ(labels, 2);
 }
 
-TEST_F(JournalReport, EndsDistancesAtOneEdgeAndBeginsRoutesBehindTheirColumn)
+TEST_F(JournalReport, AlignsDistancesRightAndRoutesLeft)
 {
     DataInterface::AddDay(2003, 4, 1, 7, L"Bank");
     DataInterface::AddDay(2003, 4, 2, 1234.5, L"Airport");
@@ -227,10 +227,10 @@ TEST_F(JournalReport, DrawsTheBordersOfARowFromAboveItsTextToItsBottom)
         EXPECT_TRUE(HasLine(page, x, top, x, bottom, 1)) << x << '\n' << LinesAt(page, top);
     }
     EXPECT_TRUE(HasLine(page, 1400, bottom, width_ - 800, bottom, 1)) << LinesAt(page, bottom);
-    EXPECT_FALSE(HasLine(page, 800, bottom, 1400, bottom, 1)) << "the week's cell stays open";
+    EXPECT_FALSE(HasLine(page, 800, bottom, 1400, bottom, 1)) << "the cell of the week has no bottom border here";
 }
 
-TEST_F(JournalReport, JoinsTheFirstRowToTheHeadingBox)
+TEST_F(JournalReport, DrawsTheFirstRowDirectlyBelowTheHeadingBox)
 {
     const auto& page = Print({2003, 4, 15}, {2003, 4, 15}).front();
     for (const double x : {800.0, 1400.0, 2700.0, 3830.0, width_ - 800}) {
@@ -238,7 +238,7 @@ TEST_F(JournalReport, JoinsTheFirstRowToTheHeadingBox)
     }
 }
 
-TEST_F(JournalReport, ClosesTheWeeksCellOnMondaysAndBelowTheLastRow)
+TEST_F(JournalReport, DrawsTheBottomOfTheWeekCellOnMondaysAndBelowTheLastRow)
 {
     const auto& page = Print({2003, 4, 12}, {2003, 4, 16}).front();
     const double monday = TextOf(page, L"2003-04-14").y - 30;
@@ -266,7 +266,7 @@ TEST_F(JournalReport, ShadesTheDateOfSaturdaysAndSundaysOnly)
     }
 }
 
-TEST_F(JournalReport, KeepsTheRulesAroundAShadedCell)
+TEST_F(JournalReport, DrawsTheBordersOfAShadedCell)
 {
     const auto& page = Print({2003, 4, 18}, {2003, 4, 20}).front();
     const DrawnBox& box = page.boxes.at(0);
@@ -283,9 +283,9 @@ TEST_F(JournalReport, KeepsTheRulesAroundAShadedCell)
     EXPECT_TRUE(drawnAfter(1400, top + 30 + line_, width_ - 800, top + 30 + line_));
 }
 
-TEST_F(JournalReport, GrowsARowWithTheLinesOfItsRoute)
+TEST_F(JournalReport, MakesARowAsHighAsTheLinesOfItsRoute)
 {
-    const std::wstring route(150, L'm'); // 0.83 of 12 points each
+    const std::wstring route(150, L'm'); // each 0.83 of 12 points wide
     DataInterface::AddDay(2003, 4, 19, 10, route);
     const auto& page = Print({2003, 4, 18}, {2003, 4, 20}).front();
     const auto fitting = static_cast<std::size_t>((width_ - 4700) / Width(L"m"));
@@ -309,7 +309,7 @@ TEST_F(JournalReport, GrowsARowWithTheLinesOfItsRoute)
     EXPECT_TRUE(HasLine(page, 3830, top - 30, 3830, top + lines * line_, 1));
 }
 
-TEST_F(JournalReport, PutsAtMost70NarrowCharactersOnAWrappedLineButTheRestWhole)
+TEST_F(JournalReport, PutsAtMost70CharactersOnALineExceptTheLast)
 {
     ASSERT_LT(Width(std::wstring(130, L'i')), width_ - 4700);
     ASSERT_GT(Width(std::wstring(160, L'i')), width_ - 4700);
@@ -325,7 +325,7 @@ TEST_F(JournalReport, PutsAtMost70NarrowCharactersOnAWrappedLineButTheRestWhole)
     EXPECT_THAT(lengths, ElementsAre(130, 70, 70, 70, 90));
 }
 
-TEST_F(JournalReport, AddsUpWhatItPrints)
+TEST_F(JournalReport, AddsUpTheDistancesThatItPrints)
 {
     DataInterface::AddDay(2003, 4, 1, 0.1, L"");
     DataInterface::AddDay(2003, 4, 2, 0.2, L"");
@@ -398,7 +398,7 @@ TEST_F(JournalReport, NumbersEveryPageInItsFooter)
     }
 }
 
-TEST_F(JournalReport, GoesOnAtTheTopOfThePageUnderANewHeading)
+TEST_F(JournalReport, RepeatsTheTableHeadingOnANewPage)
 {
     const int first = RowsOnFirstPage();
     const auto& pages = Print({2003, 1, 1}, {2003, 3, 31});
@@ -410,8 +410,8 @@ TEST_F(JournalReport, GoesOnAtTheTopOfThePageUnderANewHeading)
     EXPECT_NEAR(TextOf(page, L"route").points, 12, 0.1);
     const DrawnText row = TextOf(page, Dates(page).front());
     EXPECT_NEAR(row.y, FirstContinuedRow(), exact);
-    EXPECT_NEAR(row.points, 12, 0.1) << "the footer before it was smaller";
-    EXPECT_FALSE(HasText(page, L"Driver's journal")) << "the header stands on the first page only";
+    EXPECT_NEAR(row.points, 12, 0.1) << "the font of the row, not of the footer before it";
+    EXPECT_FALSE(HasText(page, L"Driver's journal")) << "the header is on the first page only";
     EXPECT_FALSE(HasText(page, L"Name:"));
     const double end = FirstRow() + (first - 1) * RowStep() + line_;
     EXPECT_TRUE(HasLine(pages[0], 800, end, 1400, end, 1)) << "the week's cell is closed before the break\n"
@@ -462,11 +462,11 @@ TEST_F(JournalReport, BreaksThePageAfterTheFirstRowThatEndsBelowTheLimit)
     EXPECT_GT(TextOf(full[0], Dates(full[0]).back()).y + line_, 13500);
     EXPECT_FALSE(HasText(full[0], L"Sum:"));
     EXPECT_TRUE(Dates(full[1]).empty());
-    EXPECT_FALSE(HasTableHeading(full[1])) << "no table goes on there";
+    EXPECT_FALSE(HasTableHeading(full[1])) << "the table does not continue there";
     EXPECT_NEAR(TextOf(full[1], L"Sum:").y, 900 + line_, exact);
     EXPECT_TRUE(HasText(full[1], L"Signature"));
     EXPECT_TRUE(HasText(full[1], L"Page 2"));
-    EXPECT_FALSE(HasLine(full[1], 800, 900, 1400, 900, 1)) << "there is no week's cell to close";
+    EXPECT_FALSE(HasLine(full[1], 800, 900, 1400, 900, 1)) << "there is no cell of a week";
 
     const auto longer = Print(from, Plus(from, fitting));
     ASSERT_EQ(longer.size(), 2U);
@@ -475,9 +475,9 @@ TEST_F(JournalReport, BreaksThePageAfterTheFirstRowThatEndsBelowTheLimit)
     EXPECT_TRUE(HasText(longer[1], L"Sum:"));
 }
 
-TEST_F(JournalReport, GoesOnWithThePageWhenARowEndsExactlyAtTheLimit)
+TEST_F(JournalReport, PrintsAnotherRowIfOneEndsExactlyAtTheLimit)
 {
-    // With lines of 276 twips, 24 rows of 42 lines below the heading of a later page end at 13500 to the twip.
+    // With lines of 276 twips, 24 rows of 42 lines below the heading of a later page end at exactly 13500.
     ASSERT_EQ(line_, 276);
     const auto fitting = static_cast<std::size_t>((width_ - 4700) / Width(L"m"));
     const CalendarDay from{2003, 1, 1};
@@ -492,7 +492,7 @@ TEST_F(JournalReport, GoesOnWithThePageWhenARowEndsExactlyAtTheLimit)
     EXPECT_EQ(Dates(Print(from, Plus(from, before + 24)).at(1)).size(), 25U);
 }
 
-TEST_F(JournalReport, NeverDividesARowBetweenTwoPages)
+TEST_F(JournalReport, KeepsEveryRowOnOnePage)
 {
     const CalendarDay from{2003, 1, 1};
     const int fitting = RowsOnFirstPage();
@@ -509,7 +509,7 @@ TEST_F(JournalReport, NeverDividesARowBetweenTwoPages)
     EXPECT_EQ(Dates(pages[1]).size(), 2U);
 }
 
-TEST_F(JournalReport, CarriesTheSumOverItsPagesAndBeginsAnewWithTheNextReport)
+TEST_F(JournalReport, CarriesTheSumOverPagesAndResetsItForTheNextReport)
 {
     for (std::int16_t month = 1; month <= 12; ++month) {
         DataInterface::AddDay(2003, month, 15, 100, L"");
@@ -522,7 +522,7 @@ TEST_F(JournalReport, CarriesTheSumOverItsPagesAndBeginsAnewWithTheNextReport)
     }
 }
 
-TEST_F(JournalReport, SpeaksSwedish)
+TEST_F(JournalReport, HasItsTextsInSwedish)
 {
     SpeakSwedish();
     SetUserInfo(L"Aktiverat_personnummer", L"1");
@@ -532,7 +532,8 @@ TEST_F(JournalReport, SpeaksSwedish)
                                 L"mil", L"Färdväg", L"Totalt:", L" 12", L"Underskrift", L"Sida 1"}) {
         EXPECT_TRUE(HasText(page, text)) << testing::PrintToString(text);
     }
-    EXPECT_EQ(std::ranges::count(page.texts, L"Datum", &DrawnText::text), 2) << "over the table and under the line";
+    EXPECT_EQ(std::ranges::count(page.texts, L"Datum", &DrawnText::text), 2)
+        << "in the heading of the table and below the signature line";
 }
 
 TEST_F(JournalReport, ReadsTheEmployeeWhenItPrints)
@@ -543,7 +544,7 @@ TEST_F(JournalReport, ReadsTheEmployeeWhenItPrints)
     EXPECT_TRUE(HasText(Print({2003, 4, 17}, {2003, 4, 17}).front(), L"After"));
 }
 
-TEST_F(JournalReport, ThrowsTheReportAwayWhenThePrinterFailsInTheMiddle)
+TEST_F(JournalReport, AbortsTheDocumentWhenThePrinterFailsInTheMiddle)
 {
     Choose(Form(), {2003, 1, 1}, {2003, 12, 31});
     recording_ = std::make_shared<Recording>();
@@ -554,7 +555,7 @@ TEST_F(JournalReport, ThrowsTheReportAwayWhenThePrinterFailsInTheMiddle)
     EXPECT_FALSE(recording_->ended);
 }
 
-TEST(TwoDigits, PutsA0InFrontOfOneDigit)
+TEST(TwoDigits, AddsALeadingZeroToOneDigit)
 {
     EXPECT_EQ(frmInterval::TwoDigits(7), L"07");
     EXPECT_EQ(frmInterval::TwoDigits(12), L"12");

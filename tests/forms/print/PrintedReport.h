@@ -23,8 +23,7 @@ protected:
     static void SetUserInfo(const std::wstring& value, const std::wstring& text);
     static void Choose(frmInterval& form, const CalendarDay& from, const CalendarDay& to);
 
-    /// Prints the interval and returns the pages as they were drawn. Lines and the printable width are measured on the
-    /// same printer.
+    /// Prints the interval and returns the recorded pages. Measures lines and the printable width on the same printer.
     const std::vector<RecordedPage>& Print(const CalendarDay& from, const CalendarDay& to);
 
     double width_ = 0;   ///< printable width in twips

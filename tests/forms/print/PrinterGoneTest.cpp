@@ -1,7 +1,8 @@
-// Printing where the printer goes away. The tests of this file leave the machine without one, so they have it alone.
+// Printing without a printer. The tests of this file delete the printers of their machine, so no other test uses it.
 #include "forms/print/frmInterval.h"
 
 #include "settings/registerModule.h"
+#include "tests/support/FormUser.h"
 #include "tests/support/MessageBoxWatcher.h"
 #include "tests/support/PrintedJobs.h"
 #include "tests/support/PrinterDialogUser.h"
@@ -28,7 +29,7 @@ void RemovePrinter(std::wstring name) // OpenPrinter wants it writable
 
 frmInterval& Open()
 {
-    const auto form = The<frmInterval>();
+    const auto form = Instance<frmInterval>();
     form->Show();
     return *form;
 }
@@ -40,15 +41,17 @@ bool IsOpen()
 
 } // namespace
 
-TEST(PrinterGone, LeavesTheDialogOpenWhenThePrinterIsRemovedBeforeThePrinting)
+TEST(PrinterGone, LeavesTheDialogOpenWhenThePrinterIsDeletedBeforePrinting)
 {
     frmInterval& form = Open();
+    form.Text2.SetFocus();
     {
-        const auto user = PrinterDialogUser::WhoPrintsAfter([] { RemovePrinter(L"Paper"); });
+        const auto user = PrinterDialogUser::ToPrintAfter([] { RemovePrinter(L"Paper"); });
         MessageBoxWatcher boxes;
         SendMessageW(form.addButton.Handle(), BM_CLICK, 0, 0);
     }
     EXPECT_TRUE(IsOpen());
+    Await([&] { return GetFocus() == form.addButton.Handle(); }, "the focus on Print, for a second try");
     EXPECT_EQ(JobsEverQueued(), 0U);
     form.Unload();
 }
@@ -63,7 +66,7 @@ TEST(PrinterGone, LeavesTheDialogOpenWhenThereIsNoPrinter)
     SendMessageW(form.addButton.Handle(), BM_CLICK, 0, 0);
     EXPECT_TRUE(IsOpen());
     for (const SeenMessageBox& box : boxes.Seen()) {
-        EXPECT_EQ(box.text.find(L"Run-time error"), std::wstring::npos) << "the program itself says nothing";
+        EXPECT_EQ(box.text.find(L"Run-time error"), std::wstring::npos) << "the program shows no message of its own";
     }
     EXPECT_EQ(registerModule::GetRegistryValue(L"Print", L"Heading", L""), L"Stored all the same");
     EXPECT_EQ(JobsEverQueued(), 0U);

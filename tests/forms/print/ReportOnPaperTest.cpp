@@ -1,9 +1,9 @@
-// The report on paper: printed through the system's queue, measured on the sheet that comes out. Positions are told
-// here once more, as numbers, so that no error of the report can agree with itself.
+// The printed report, measured on its pages. The expected positions are repeated here as numbers, so that the test does
+// not depend on the code of the report.
 #include "tests/forms/print/PrintedReport.h"
 
 #include "app/Module1.h"
-#include "platform/Conversions.h"
+#include "platform/system/Conversions.h"
 #include "tests/support/PrintedJobs.h"
 
 #include <gtest/gtest.h>
@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <map>
 #include <tuple>
 #include <utility>
@@ -19,7 +20,7 @@
 namespace {
 
 constexpr double tolerance = 20;
-constexpr double ascent = 0.905; // of the type above the baseline, in parts of its size
+constexpr double ascent = 0.905; // of the font, relative to its size
 constexpr double line = 276;     // of 12 points
 constexpr double bigLine = 460;  // of 20 points
 constexpr double sheetWidth = 11900;
@@ -45,7 +46,7 @@ const Language english{false,   L"Driver's", L"Refer", L"Name:", L"Social",    L
 const Language swedish{true,     L"Körjournal", L"Avser:",  L"Namn:", L"Personnummer:", L"till",
                        L"Datum", L"Färdväg",    L"Totalt:", L"Datum", L"Underskrift",   L"Sida"};
 
-/// The sheet of one language, with or without the social security number.
+/// The printed page of one language, with or without the social security number.
 class ReportOnPaper : public ReportTest, public testing::WithParamInterface<std::tuple<Language, bool>> {
 protected:
     ReportOnPaper()
@@ -62,7 +63,7 @@ protected:
         DataInterface::AddDay(2003, 4, 14, 12.5, L"Göteborg");
         DataInterface::AddDay(2003, 4, 19, 100, std::wstring(90, L'm'));
         DataInterface::AddDay(2003, 4, 21, 0, L"Örebro");
-        // One sheet serves all the tests that look at it.
+        // The tests of one parameter use the same page.
         static std::map<std::pair<bool, bool>, std::pair<PrintedJob, std::vector<PrintedWord>>> sheets;
         auto& [job, words] = sheets[{Texts().swedish, WithNumber()}];
         if (words.empty()) {
@@ -89,7 +90,7 @@ protected:
         return WaitForJobs(before + 1).back();
     }
 
-    /// Expects a word at a place given as the top left corner of its line of text.
+    /// Expects a word at the given top left corner of its line of text.
     void ExpectWord(const std::wstring& text, double x, double y, double points = 12) const
     {
         const double baseline = y + ascent * points * 20;
@@ -108,7 +109,7 @@ protected:
                       << testing::PrintToString(others);
     }
 
-    /// Expects a word to end at a place.
+    /// Expects a word that ends at this position.
     void ExpectWordEnding(const std::wstring& text, double right, double y, double points = 12) const
     {
         const double baseline = y + ascent * points * 20;
@@ -127,11 +128,11 @@ protected:
 
 } // namespace
 
-TEST_P(ReportOnPaper, HasItsHeaderInPlace)
+TEST_P(ReportOnPaper, HasTheHeaderAtItsPosition)
 {
     ExpectWord(L"Åkeriet", 800, 800, 20);
     ExpectWordEnding(Texts().swedish ? L"Körjournal" : L"journal", sheetWidth - 800, 800, 20);
-    const double indent = 10 * 0.278 * 240; // ten blanks of bold type of 12 points
+    const double indent = 10 * 0.278 * 240; // ten spaces of a bold font of 12 points
     ExpectWord(Texts().refer, indent, HeaderLine(0));
     ExpectWord(Texts().name, indent, HeaderLine(1));
     const bool hasNumber = std::ranges::any_of(words_, [](const auto& word) { return word.text == L"700101-0000"; });
@@ -141,7 +142,7 @@ TEST_P(ReportOnPaper, HasItsHeaderInPlace)
     }
 }
 
-TEST_P(ReportOnPaper, HasItsTableInPlace)
+TEST_P(ReportOnPaper, HasTheTableAtItsPosition)
 {
     ExpectWord(Texts().date, 1450, TableTop());
     ExpectWord(L"km", 3000, TableTop());
@@ -160,7 +161,7 @@ TEST_P(ReportOnPaper, HasItsTableInPlace)
     ExpectWord(L"2003-04-22", 1430, Row(10) + 2 * line);
 }
 
-TEST_P(ReportOnPaper, HasSumSignatureAndFooterInPlace)
+TEST_P(ReportOnPaper, HasSumSignatureAndFooterAtTheirPositions)
 {
     const double sum = Row(11) - 30 + 3 * line;
     ExpectWord(Texts().sum, 1000, sum);
@@ -170,18 +171,20 @@ TEST_P(ReportOnPaper, HasSumSignatureAndFooterInPlace)
     const auto page = std::ranges::find(words_, Texts().page, &PrintedWord::text);
     ASSERT_NE(page, words_.end());
     EXPECT_NEAR(page->baseline, 15350 + line + ascent * 200, tolerance);
-    EXPECT_NEAR((page->left + words_.back().right) / 2, sheetWidth / 2, tolerance);
+    const auto number = std::next(page);
+    ASSERT_NE(number, words_.end());
+    EXPECT_NEAR((page->left + number->right) / 2, sheetWidth / 2, tolerance);
 }
 
-TEST_P(ReportOnPaper, HasRulesThatMeetAndShadingUnderTheText)
+TEST_P(ReportOnPaper, HasBordersWithoutGapsAndShadingBehindTheText)
 {
     const PagePicture page(job_, 1);
     const double header = 800 + bigLine + 100;
     for (const double x : {805.0, 6000.0, sheetWidth - 805}) {
-        EXPECT_LT(page.At(x, header), black) << "the rule below the title at " << x;
+        EXPECT_LT(page.At(x, header), black) << "the line below the title at " << x;
         EXPECT_LT(page.At(x, TableTop()), black) << "the top of the heading box at " << x;
         EXPECT_LT(page.At(x, TableTop() + line), black) << "the bottom of the heading box at " << x;
-        EXPECT_LT(page.At(x, 15350), 200) << "the rule above the footer at " << x;
+        EXPECT_LT(page.At(x, 15350), 200) << "the line above the footer at " << x;
     }
     EXPECT_EQ(page.At(760, TableTop()), 255) << "nothing left of the table";
     EXPECT_EQ(page.At(sheetWidth - 760, Row(5)), 255) << "nothing right of the table";
@@ -199,9 +202,9 @@ TEST_P(ReportOnPaper, HasRulesThatMeetAndShadingUnderTheText)
         for (int x = 1450; x < 2650; x += 10) {
             darkest = std::min(darkest, page.At(x, Row(weekend) + 140));
         }
-        EXPECT_LT(darkest, black) << "the date shows on the shading";
+        EXPECT_LT(darkest, black) << "the date is visible on the shading";
     }
-    EXPECT_NEAR(page.At(2680, Row(7) + 2 * line + 100), shade, 3) << "a high row is shaded down to its end";
+    EXPECT_NEAR(page.At(2680, Row(7) + 2 * line + 100), shade, 3) << "a high row is shaded to its bottom";
     EXPECT_EQ(page.At(2680, Row(3) + 100), 255) << "no shading on a Tuesday";
 }
 

@@ -26,7 +26,7 @@ protected:
     }
 };
 
-/// The widths of all beginnings of a text whose characters are equally wide.
+/// The widths of all prefixes of a text with characters of equal width.
 std::vector<double> Widths(std::size_t characters, double each)
 {
     std::vector<double> widths(characters, each);
@@ -85,7 +85,7 @@ TEST_F(ReportRows, RowOfDay_LabelsMondaysAndShadesWeekends)
     EXPECT_TRUE(RowOfDay(2003y / std::chrono::April / 19).weekend);
     EXPECT_TRUE(RowOfDay(2003y / std::chrono::April / 20).weekend);
     EXPECT_EQ(RowOfDay(2003y / std::chrono::April / 20).week, L"")
-        << "weeks begin on Sunday, their label stands on Monday";
+        << "weeks begin on Sunday, and their label is on Monday";
 }
 
 TEST_F(ReportRows, RowOfDay_WithoutAnEntryHasOnlyItsDate)
@@ -106,7 +106,7 @@ TEST_F(ReportRows, RowOfDay_ShowsDistanceAndRouteOfTheJournal)
     EXPECT_EQ(row.route, L"Göteborg - Malmö");
 }
 
-TEST_F(ReportRows, RowOfDay_TakesADistanceOf0AsADistance)
+TEST_F(ReportRows, RowOfDay_ShowsADistanceOf0)
 {
     DataInterface::AddDay(2003, 4, 17, 0, L"");
     EXPECT_EQ(RowOfDay(2003y / std::chrono::April / 17).distance, L"0");
@@ -131,9 +131,11 @@ TEST_F(ReportRows, RowOfDay_AddsTheNumberThatIsShown)
     EXPECT_EQ(row.amount, 0.3);
 }
 
-TEST_F(ReportRows, SumText_KeepsThePlaceOfTheSignBlank)
+TEST_F(ReportRows, SumText_BeginsWithASpaceUnlessTheSumIsNegative)
 {
     EXPECT_EQ(SumText(0), L" 0");
+    EXPECT_EQ(SumText(3E300), L" 3E+300");
+    EXPECT_EQ(SumText(1E308 + 1E308), L" \u221e");
     EXPECT_EQ(SumText(1234567), L" 1234567");
     EXPECT_EQ(SumText(-2), L"-2");
 }
@@ -154,19 +156,19 @@ TEST_F(ReportRows, WrapRoute_KeepsARouteThatFitsOnOneLine)
     EXPECT_THAT(WrappedLengths(61, 120, 7200), ElementsAre(60, 1));
 }
 
-TEST_F(ReportRows, WrapRoute_GivesAnEmptyRouteOneEmptyLine)
+TEST_F(ReportRows, WrapRoute_ReturnsOneEmptyLineForAnEmptyRoute)
 {
     EXPECT_THAT(WrappedLengths(0, 120, 7200), ElementsAre(0));
 }
 
 TEST_F(ReportRows, WrapRoute_PutsAtMost70CharactersOnALineThatIsNotTheLast)
 {
-    EXPECT_THAT(WrappedLengths(200, 50, 7200), ElementsAre(70, 130)) << "144 would fit, also on the last line";
+    EXPECT_THAT(WrappedLengths(200, 50, 7200), ElementsAre(70, 130)) << "144 would fit, on the last line too";
     EXPECT_THAT(WrappedLengths(144, 50, 7200), ElementsAre(144));
     EXPECT_THAT(WrappedLengths(145, 50, 7200), ElementsAre(70, 75));
 }
 
-TEST_F(ReportRows, WrapRoute_TakesAsManyCharactersAsFit)
+TEST_F(ReportRows, WrapRoute_PutsAsManyCharactersOnALineAsFit)
 {
     EXPECT_THAT(WrappedLengths(150, 120, 7200), ElementsAre(60, 60, 30));
     EXPECT_THAT(WrappedLengths(150, 121, 7200), ElementsAre(59, 59, 32));
@@ -179,7 +181,7 @@ TEST_F(ReportRows, WrapRoute_BreaksWhereTheLineIsFullAndNotAtBlanks)
     EXPECT_THAT(lines, ElementsAre(L"Göteborg B", L"orås Jönkö", L"ping"));
 }
 
-TEST_F(ReportRows, WrapRoute_LosesNothingOfAnUnevenText)
+TEST_F(ReportRows, WrapRoute_KeepsAllCharactersOfATextOfDifferentWidths)
 {
     std::wstring route;
     std::vector<double> widths;
@@ -199,13 +201,13 @@ TEST_F(ReportRows, WrapRoute_LosesNothingOfAnUnevenText)
             EXPECT_GT(widths[at] - widths[at - line.size()] +
                           (widths[at - line.size()] - (at == line.size() ? 0 : widths[at - line.size() - 1])),
                       7206)
-                << "one more character would not have fitted";
+                << "one more character does not fit";
         }
     }
     EXPECT_EQ(together, route);
 }
 
-TEST_F(ReportRows, WrapRoute_EndsAlsoWhereNotEvenOneCharacterFits)
+TEST_F(ReportRows, WrapRoute_PutsOneCharacterOnALineIfNoneFits)
 {
     EXPECT_THAT(WrappedLengths(3, 120, 100), ElementsAre(1, 1, 1));
     EXPECT_THAT(WrappedLengths(3, 120, -700), ElementsAre(1, 1, 1)) << "paper narrower than the other columns";

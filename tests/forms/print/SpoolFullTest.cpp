@@ -1,8 +1,8 @@
-// Printing where the disk that holds the print queue is full. Runs beside a disk of 64 kB (see with-small-disk), which
-// a report of many years does not fit on.
+// Printing while the disk of the print queue is full. The test runs with a disk of 64 kB (see with-small-disk), which
+// is too small for a report of many years.
 #include "data/DataInterface.h"
 #include "forms/print/frmInterval.h"
-#include "platform/Clock.h"
+#include "platform/system/Clock.h"
 #include "tests/support/MessageBoxWatcher.h"
 #include "tests/support/PrintedJobs.h"
 #include "tests/support/PrinterDialogUser.h"
@@ -23,7 +23,7 @@ namespace {
 
 const std::filesystem::path queueFolder = L"C:\\windows\\system32\\spool\\printers";
 
-/// A folder or file of this computer as the host names it: all of the host is drive Z:.
+/// The path on the host of a folder or file. The root of the host is drive Z:.
 std::string HostName(const std::string& path)
 {
     std::string name = path.substr(path.starts_with("Z:") ? 2 : 0);
@@ -31,16 +31,16 @@ std::string HostName(const std::string& path)
     return name;
 }
 
-/// Puts the print queue's files on the small disk. Only the host can make one folder lead to another.
+/// Moves the files of the print queue to the small disk. Only the host can create the symbolic link.
 void QueueOnSmallDisk()
 {
     const char* disk = std::getenv("ODOMIRA_SMALL_DISK");
     ASSERT_NE(disk, nullptr) << "run through tests/data/with-small-disk";
     const char* machine = std::getenv("WINEPREFIX");
-    ASSERT_NE(machine, nullptr) << "run through tests/machine/in-wine";
+    ASSERT_NE(machine, nullptr) << "run through tools/machine/in-wine";
     ASSERT_TRUE(std::filesystem::remove(queueFolder));
-    std::string command =
-        "Z:\\bin\\ln -s " + HostName(disk) + " " + HostName(machine) + "/drive_c/windows/system32/spool/printers";
+    std::string command = R"(Z:\bin\ln -s ")" + HostName(disk) + R"(" ")" + HostName(machine) +
+                          R"(/drive_c/windows/system32/spool/printers")";
     STARTUPINFOA start{};
     start.cb = sizeof start;
     PROCESS_INFORMATION process{};
@@ -50,23 +50,23 @@ void QueueOnSmallDisk()
     CloseHandle(process.hThread);
     CloseHandle(process.hProcess);
     while (!std::filesystem::exists(queueFolder)) {
-        std::this_thread::yield(); // the time limit of the test ends what never comes
+        std::this_thread::yield(); // the timeout of the test ends an endless wait
     }
 }
 
 } // namespace
 
-TEST(SpoolFull, LeavesTheDialogOpenInSilenceNoJobInTheQueueAndTheJournalAsItWas)
+TEST(SpoolFull, LeavesTheDialogOpenNoJobInTheQueueAndTheJournalUnchanged)
 {
     QueueOnSmallDisk();
     Clock::StandStillAt({2004, 3, 15});
     DataInterface::AddDay(2004, 3, 1, 12, L"Office");
-    const auto form = The<frmInterval>();
+    const auto form = Instance<frmInterval>();
     form->Show();
     form->UpDown1[0].SetValue(1990);
     const MessageBoxWatcher boxes;
     {
-        const auto user = PrinterDialogUser::WhoPrints(1);
+        const auto user = PrinterDialogUser::ToPrint(1);
         SendMessageW(form->addButton.Handle(), BM_CLICK, 0, 0);
     }
     EXPECT_THAT(boxes.Texts(), IsEmpty());

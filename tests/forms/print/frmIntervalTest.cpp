@@ -1,10 +1,12 @@
-// The dialog that chooses the interval and prints, with a real printer dialog and a real queue.
+// The dialog for the interval of the report, with a real printer dialog and a real queue.
 #include "forms/print/frmInterval.h"
 
 #include "app/Module1.h"
+#include "data/Calendar.h"
 #include "data/DataInterface.h"
 #include "forms/print/DefaultInterval.h"
 #include "settings/registerModule.h"
+#include "tests/support/FormUser.h"
 #include "tests/support/MessageBoxWatcher.h"
 #include "tests/support/PrintedJobs.h"
 #include "tests/support/PrinterDialogUser.h"
@@ -32,14 +34,14 @@ protected:
 
     void TearDown() override
     {
-        UnloadThe<frmInterval>();
+        UnloadInstance<frmInterval>();
         Clock::RunAgain();
     }
 
     static frmInterval& Open()
     {
-        UnloadThe<frmInterval>();
-        const auto form = The<frmInterval>();
+        UnloadInstance<frmInterval>();
+        const auto form = Instance<frmInterval>();
         form->Load();
         form->Show();
         return *form;
@@ -96,7 +98,7 @@ TEST_F(IntervalDialog, HasItsTextsInBothLanguages)
     }
 }
 
-TEST_F(IntervalDialog, ProposesTheMonthUpToToday)
+TEST_F(IntervalDialog, ShowsTheDefaultIntervalUpToToday)
 {
     EXPECT_EQ(Default(), L"2003-04-17 to 2003-05-16");
     Clock::StandStillAt({2003, 3, 31});
@@ -109,7 +111,7 @@ TEST_F(IntervalDialog, ProposesTheMonthUpToToday)
     EXPECT_EQ(Default(), L"2003-12-31 till 2004-01-31");
 }
 
-TEST_F(IntervalDialog, ShowsItsProposalAtTheEndOfEveryMonth)
+TEST_F(IntervalDialog, ShowsTheDefaultIntervalAtTheEndOfEveryMonth)
 {
     for (std::int16_t month = 1; month <= 12; ++month) {
         const CalendarDay today{2004, month, DaysInMonth(2004, month)};
@@ -119,7 +121,7 @@ TEST_F(IntervalDialog, ShowsItsProposalAtTheEndOfEveryMonth)
         };
         Clock::StandStillAt(today);
         EXPECT_EQ(Default(), text(DefaultFromDate(today)) + L" to " + text(today));
-        EXPECT_EQ(The<frmInterval>()->GetIntervalText(), The<frmInterval>()->Label2.Caption());
+        EXPECT_EQ(Instance<frmInterval>()->GetIntervalText(), Instance<frmInterval>()->Label2.Caption());
     }
 }
 
@@ -146,7 +148,7 @@ TEST_F(IntervalDialog, FillsOnlyTheDaysOfItsOwnGroup)
     EXPECT_EQ(form.Combo3[1].ListCount(), 31);
 }
 
-TEST_F(IntervalDialog, KeepsTheChosenDayAsFarAsTheMonthReaches)
+TEST_F(IntervalDialog, KeepsTheSelectedDayOrSelectsTheLastDayOfTheMonth)
 {
     frmInterval& form = Open();
     form.Combo1[1].SetListIndex(0);
@@ -171,16 +173,16 @@ TEST_F(IntervalDialog, ShowsEveryChangeOfTheDatesInTheHeading)
     EXPECT_EQ(form.Label2.Caption(), L"2001-11-17 to 2003-05-01");
 }
 
-TEST_F(IntervalDialog, LetsNobodyTypeAYear)
+TEST_F(IntervalDialog, HasReadOnlyYearBoxes)
 {
     frmInterval& form = Open();
     for (const TextBox& year : form.Text1) {
         EXPECT_NE(GetWindowLongPtrW(year.Handle(), GWL_STYLE) & ES_READONLY, 0);
-        EXPECT_NE(IsWindowEnabled(year.Handle()), FALSE) << "locked, not greyed";
+        EXPECT_NE(IsWindowEnabled(year.Handle()), FALSE) << "read-only, but not disabled";
     }
 }
 
-TEST_F(IntervalDialog, RemembersTheHeadingOfLastTime)
+TEST_F(IntervalDialog, ShowsTheHeadingOfTheLastPrint)
 {
     EXPECT_EQ(Open().Text2.Text(), L"");
     EXPECT_TRUE(Open().Option1[0].Value());
@@ -191,7 +193,7 @@ TEST_F(IntervalDialog, RemembersTheHeadingOfLastTime)
     EXPECT_FALSE(Open().Option1[0].Value());
 }
 
-TEST_F(IntervalDialog, TakesOnlyTheExactWordTrueForTheDefaultHeading)
+TEST_F(IntervalDialog, UsesTheDefaultHeadingForTheExactTextTrueOnly)
 {
     for (const wchar_t* word : {L"true", L"TRUE", L"1", L"-1", L""}) {
         Store(L"UseDefaultHeading", word);
@@ -236,10 +238,10 @@ TEST_F(IntervalDialog, StoresNothingWhenItIsCancelled)
     EXPECT_EQ(Stored(L"Heading"), L"(nothing)");
 }
 
-TEST_F(IntervalDialog, BeginsAnewAfterItWasClosed)
+TEST_F(IntervalDialog, OpensWithItsDefaultsAgain)
 {
     Open().Combo1[0].SetListIndex(0);
-    UnloadThe<frmInterval>();
+    UnloadInstance<frmInterval>();
     EXPECT_EQ(Default(), L"2003-04-17 to 2003-05-16");
 }
 
@@ -251,7 +253,7 @@ TEST_F(IntervalDialog, StaysOpenWhenThePrinterDialogIsCancelledButKeepsTheHeadin
     form.Option1[1].SetValue(true);
     MessageBoxWatcher boxes;
     {
-        const auto user = PrinterDialogUser::WhoCancels();
+        const auto user = PrinterDialogUser::ToCancel();
         Press(form.addButton);
     }
     EXPECT_TRUE(IsOpen());
@@ -259,6 +261,25 @@ TEST_F(IntervalDialog, StaysOpenWhenThePrinterDialogIsCancelledButKeepsTheHeadin
     EXPECT_EQ(Stored(L"Heading"), L"Stored all the same");
     EXPECT_EQ(Stored(L"UseDefaultHeading"), L"False");
     EXPECT_EQ(JobsEverQueued(), before);
+}
+
+TEST_F(IntervalDialog, PrintsOnEnterAfterThePrinterDialogWasCancelled)
+{
+    const std::size_t before = JobsEverQueued();
+    frmInterval& form = Open();
+    BringToFront(form);
+    form.Combo3[1].SetFocus();
+    {
+        const auto user = PrinterDialogUser::ToCancel();
+        PressKey(VK_RETURN);
+    }
+    Await([&] { return GetFocus() == form.addButton.Handle(); }, "the focus on Print");
+    {
+        const auto user = PrinterDialogUser::ToPrint(1);
+        PressKey(VK_RETURN);
+    }
+    EXPECT_FALSE(IsOpen());
+    EXPECT_EQ(WaitForJobs(before + 1).size(), before + 1);
 }
 
 TEST_F(IntervalDialog, PrintsTheReportOnceForEachCopyAndCloses)
@@ -270,7 +291,7 @@ TEST_F(IntervalDialog, PrintsTheReportOnceForEachCopyAndCloses)
     HWND owner = nullptr;
     bool selection = true;
     {
-        auto user = PrinterDialogUser::WhoPrints(3);
+        auto user = PrinterDialogUser::ToPrint(3);
         Press(form.addButton);
         user.WaitUntilGone();
         owner = user.DialogOwner();
@@ -293,12 +314,12 @@ TEST_F(IntervalDialog, PrintsTheReportOnceForEachCopyAndCloses)
     DataInterface::DeleteDay(2003, 5, 1);
 }
 
-TEST_F(IntervalDialog, PrintsOnTheChosenPrinterAndLeavesTheDefaultOneAsItIs)
+TEST_F(IntervalDialog, PrintsOnTheSelectedPrinterAndKeepsTheDefaultPrinter)
 {
     const std::size_t before = JobsEverQueued();
     frmInterval& form = Open();
     {
-        const auto user = PrinterDialogUser::WhoPrintsOn(L"Other");
+        const auto user = PrinterDialogUser::ToPrintOn(L"Other");
         Press(form.addButton);
     }
     EXPECT_FALSE(IsOpen());
@@ -306,16 +327,17 @@ TEST_F(IntervalDialog, PrintsOnTheChosenPrinterAndLeavesTheDefaultOneAsItIs)
     EXPECT_EQ(DefaultPrinter(), L"Paper");
 }
 
-TEST_F(IntervalDialog, PrintsIntoAFileInsteadOfOnPaperWhenTheUserAsksForThat)
+TEST_F(IntervalDialog, PrintsToAFileIfTheUserSelectsThat)
 {
+    const std::filesystem::path file = PrintedFolder() / "file.ps";
     const std::size_t before = JobsEverQueued();
     frmInterval& form = Open();
     {
-        const auto user = PrinterDialogUser::WhoPrintsIntoAFile();
+        const auto user = PrinterDialogUser::ToPrintToFile(file.wstring());
         Press(form.addButton);
     }
     EXPECT_FALSE(IsOpen());
-    EXPECT_TRUE(TakePrintedFile().starts_with("%!PS"));
+    EXPECT_TRUE(TakePrintedFile(file).starts_with("%!PS"));
     EXPECT_EQ(JobsEverQueued(), before);
 }
 
@@ -326,7 +348,7 @@ TEST_F(IntervalDialog, PrintsAnIntervalOfOneDay)
     form.Combo3[0].SetListIndex(15);
     form.Combo1[0].SetListIndex(4);
     {
-        const auto user = PrinterDialogUser::WhoPrints(1);
+        const auto user = PrinterDialogUser::ToPrint(1);
         Press(form.addButton);
     }
     EXPECT_FALSE(IsOpen());

@@ -1,4 +1,4 @@
-// The user asks for the end of the program, and before he has answered, the system asks for it too.
+// The session ends while the program asks the user whether to save.
 #include "tests/soak/monkey/Installation.h"
 #include "tests/soak/monkey/PatientUser.h"
 
@@ -6,8 +6,8 @@
 
 namespace {
 
-/// The question that is on top, as soon as there is another than the given one.
-HWND QuestionAfter(HWND former, const RunningProgram& program)
+/// Waits for a question on top other than the former one, and returns it.
+HWND NextQuestion(HWND former, const RunningProgram& program)
 {
     HWND question = nullptr;
     EXPECT_TRUE(program.Becomes([&] {
@@ -26,23 +26,23 @@ void AnswerNo(HWND question, const RunningProgram& program)
 
 } // namespace
 
-TEST(Ending, AskedForTwice_GoesOnlyWhenBothQuestionsAreAnswered)
+TEST(Ending, AskedForTwice_WaitsForBothAnswers)
 {
     const Installation installation(L"two-days.jrn");
     const RunningProgram program(installation.Program());
     PatientUser(program).ChangeTheJournal();
 
     PostMessageW(program.MainWindow(), WM_SYSCOMMAND, SC_CLOSE, 0);
-    HWND first = QuestionAfter(nullptr, program);
+    HWND first = NextQuestion(nullptr, program);
     SendNotifyMessageW(program.MainWindow(), WM_QUERYENDSESSION, 0, 0);
-    HWND second = QuestionAfter(first, program);
-    EXPECT_FALSE(IsWindowEnabled(first)) << "the first question can be answered under the second";
+    HWND second = NextQuestion(first, program);
+    EXPECT_FALSE(IsWindowEnabled(first)) << "the first question is enabled although the second is open";
 
     AnswerNo(second, program);
-    EXPECT_FALSE(IsWindowEnabled(program.MainWindow())) << "the main window takes input under a question";
+    EXPECT_FALSE(IsWindowEnabled(program.MainWindow())) << "the main window is enabled although a question is open";
     PostMessageW(program.MainWindow(), WM_SYSCOMMAND, SC_CLOSE, 0);
     program.Settle(10);
-    EXPECT_TRUE(IsWindow(program.MainWindow())) << "the main window goes under a question";
+    EXPECT_TRUE(IsWindow(program.MainWindow())) << "the main window was closed although a question is open";
 
     if (IsWindow(first) != FALSE) {
         AnswerNo(first, program);

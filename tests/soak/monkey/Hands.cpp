@@ -11,7 +11,7 @@ void Send(Inputs& inputs)
     SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
 }
 
-/// Absolute places count in 65536ths of the screen.
+/// Absolute coordinates are in 65536ths of the screen.
 LONG InScreenParts(LONG place, int metric)
 {
     const LONG size = GetSystemMetrics(metric);

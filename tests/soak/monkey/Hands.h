@@ -4,7 +4,7 @@
 
 #include <string_view>
 
-// The hands of a user: mouse and keyboard of the whole machine. What they do goes to whatever is in front.
+// Sends mouse and keyboard input. The foreground window gets it.
 
 namespace hands {
 

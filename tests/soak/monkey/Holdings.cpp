@@ -47,12 +47,12 @@ int WindowsOf(HANDLE process)
 
 // ---- GDI objects ----
 
-/// One place in the table of GDI objects that the system keeps in each process.
-struct GdiPlace {
+/// An entry of the table of GDI objects that the system has in each process.
+struct GdiEntry {
     std::uint64_t object;
     std::uint32_t owner;
     std::uint16_t generation;
-    std::uint8_t type; ///< 0: the place is free
+    std::uint8_t type; ///< 0: the entry is free
     std::uint8_t flags;
     std::uint64_t userData;
 };
@@ -68,55 +68,55 @@ void ReadMemory(HANDLE process, std::uintptr_t address, T* into, std::size_t cou
 int GdiObjectsInTheTableOf(HANDLE process)
 {
     constexpr std::uintptr_t tableInProcessBlock = 0xF8;
-    constexpr std::size_t placesInTable = 0x4000;
+    constexpr std::size_t entriesInTable = 0x4000;
     PROCESS_BASIC_INFORMATION basic{};
     NtQueryInformationProcess(process, ProcessBasicInformation, &basic, sizeof basic, nullptr);
     std::uintptr_t table = 0;
     ReadMemory(process, reinterpret_cast<std::uintptr_t>(basic.PebBaseAddress) + tableInProcessBlock, &table, 1);
-    std::vector<GdiPlace> places(placesInTable);
-    ReadMemory(process, table, places.data(), places.size());
-    return static_cast<int>(std::ranges::count_if(places, [](const GdiPlace& place) { return place.type != 0; }));
+    std::vector<GdiEntry> entries(entriesInTable);
+    ReadMemory(process, table, entries.data(), entries.size());
+    return static_cast<int>(std::ranges::count_if(entries, [](const GdiEntry& entry) { return entry.type != 0; }));
 }
 
 int GdiObjectsOf(HANDLE process)
 {
-    const DWORD told = GetGuiResources(process, GR_GDIOBJECTS);
-    return told != 0 ? static_cast<int>(told) : GdiObjectsInTheTableOf(process);
+    const DWORD count = GetGuiResources(process, GR_GDIOBJECTS);
+    return count != 0 ? static_cast<int>(count) : GdiObjectsInTheTableOf(process);
 }
 
 // ---- User objects ----
 
-/// The place of a user object in the table that the whole machine shares, counted from 0.
-int PlaceOf(HMENU object)
+/// The index of a user object in the table of the machine, counted from 0.
+int IndexOf(HMENU object)
 {
-    constexpr int firstPlace = 0x20;
-    return (LOWORD(reinterpret_cast<std::uintptr_t>(object)) - firstPlace) / 2;
+    constexpr int firstIndex = 0x20;
+    return (LOWORD(reinterpret_cast<std::uintptr_t>(object)) - firstIndex) / 2;
 }
 
-/// A new object gets a place that has become free, or else the first one that nobody ever had. So as soon as a place
-/// comes that is behind all that were ever given, every place before it is taken: by ours or by somebody else's.
+/// A new object gets a free index, or the first unused index if none is free. So this creates objects until one has an
+/// unused index: then every lower index is in use, by these objects or by others.
 int UserObjectsOfTheMachine()
 {
-    static int lastPlaceEverGiven = 1024; // many more than there are before the first count
+    static int highestIndex = 1024; // higher than all indices in use before the first call
     std::vector<HMENU> ours;
-    int place = 0;
-    while (place <= lastPlaceEverGiven) {
+    int index = 0;
+    while (index <= highestIndex) {
         HMENU object = CreateMenu();
         if (object == nullptr) {
-            throw std::runtime_error("the machine has no room for another user object");
+            throw std::runtime_error("CreateMenu: the machine has too many user objects");
         }
-        place = PlaceOf(object);
+        index = IndexOf(object);
         ours.push_back(object);
     }
-    lastPlaceEverGiven = place;
+    highestIndex = index;
     std::ranges::for_each(ours, DestroyMenu);
-    return place + 1 - static_cast<int>(ours.size());
+    return index + 1 - static_cast<int>(ours.size());
 }
 
 int UserObjectsOf(HANDLE process)
 {
-    const DWORD told = GetGuiResources(process, GR_USEROBJECTS);
-    return told != 0 ? static_cast<int>(told) : UserObjectsOfTheMachine();
+    const DWORD count = GetGuiResources(process, GR_USEROBJECTS);
+    return count != 0 ? static_cast<int>(count) : UserObjectsOfTheMachine();
 }
 
 // ---- Handles ----
@@ -144,7 +144,7 @@ std::vector<HandleEntry> AllHandles()
     return {first, first + count};
 }
 
-/// The number that the system gives to the type of registry keys: that of a key of ours.
+/// The number of the object type of registry keys, found with a key that this process opens.
 std::uint8_t TypeOfRegistryKeys()
 {
     HKEY key = nullptr;
@@ -156,7 +156,7 @@ std::uint8_t TypeOfRegistryKeys()
         return entry.process == GetCurrentProcessId() && entry.value == value;
     });
     if (ours == handles.end()) {
-        throw std::runtime_error("the system does not list a key that is open");
+        throw std::runtime_error("the list of handles lacks an open key");
     }
     return ours->type;
 }

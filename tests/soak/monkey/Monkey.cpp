@@ -1,6 +1,7 @@
 #include "tests/soak/monkey/Monkey.h"
 
 #include "tests/soak/monkey/Hands.h"
+#include "tests/support/Region.h"
 
 #include <algorithm>
 #include <array>
@@ -14,10 +15,10 @@
 
 namespace {
 
-constexpr std::size_t actsRemembered = 40;
-constexpr int mostSheets = 25; ///< printed in one run: paper is for other tests
+constexpr std::size_t actionsRemembered = 40;
+constexpr int mostSheets = 25; ///< printed in one run; other tests cover printing
 
-// What people type, and what they should not.
+// Valid and invalid input.
 constexpr std::array texts{
     L"12.5",
     L"12,5",
@@ -49,7 +50,7 @@ constexpr std::array<WORD, 36> keys{
     'E',     'M',    'N',       'S',       'Y',      '0',         '1',         '5',   VK_APPS,
 };
 
-/// A key that is pressed while another is held.
+/// A key that is pressed while another is down.
 struct HeldAndKey {
     WORD held;
     WORD key;
@@ -71,7 +72,7 @@ RECT AreaOf(HWND window)
     return area;
 }
 
-/// Printing is bounded: two years are two dozen pages.
+/// Limits the size of reports: two years are about two dozen pages.
 bool IsShortInterval(HWND dialog)
 {
     const auto boxes = ControlsOf(dialog, L"Edit");
@@ -89,11 +90,11 @@ Monkey::Monkey(std::wstring path, std::uint32_t seed)
 {
 }
 
-// ---- Chance ----
+// ---- Random numbers ----
 
 std::uint32_t Monkey::Random()
 {
-    // A plain multiplicative generator: the same numbers with every compiler.
+    // A linear congruential generator: it gives the same numbers with every compiler.
     state_ = state_ * 6364136223846793005ULL + 1442695040888963407ULL;
     return static_cast<std::uint32_t>(state_ >> 33U);
 }
@@ -114,13 +115,13 @@ HWND Monkey::SomeControl(HWND window)
     std::erase_if(controls, [](HWND control) { return IsWindowEnabled(control) == FALSE; });
     for (HWND other : program_->Windows()) {
         if (KindOf(other) == WindowKind::Other) {
-            controls.push_back(other); // a list that has dropped down
+            controls.push_back(other); // an open drop-down list
         }
     }
     return controls.empty() ? window : controls[static_cast<std::size_t>(Below(static_cast<int>(controls.size())))];
 }
 
-// ---- One act ----
+// ---- One action ----
 
 std::span<const Monkey::Habit> Monkey::HabitsInTheMainWindow()
 {
@@ -138,9 +139,13 @@ std::span<const Monkey::Habit> Monkey::HabitsInTheMainWindow()
         Habit{88, "menu commands", &Monkey::ChooseCommand},
         Habit{12, "sizes", &Monkey::ResizeMainWindow},
         Habit{8, "sizes", &Monkey::MinimiseOrMaximise},
+        Habit{8, "changes of the region", &Monkey::ChangeRegion},
         Habit{1, "closings", &Monkey::PressCloseBox},
         Habit{1, "closings", &Monkey::CloseByKeys},
-        Habit{1, "closings", &Monkey::EndSession},
+        Habit{1, "session ends", &Monkey::EndSession},
+        Habit{1, "session ends", &Monkey::ConfirmSessionEnd},
+        Habit{2, "cancelled session ends", &Monkey::CancelSessionEnd},
+        Habit{1, "requests to quit", &Monkey::PostQuit},
     };
     return main;
 }
@@ -163,8 +168,12 @@ std::span<const Monkey::Habit> Monkey::HabitsInADialog()
         Habit{2, "closings", &Monkey::PressCloseBox},
         Habit{2, "closings", &Monkey::CloseByKeys},
         Habit{1, "closings", &Monkey::CloseMainWindowBehind},
-        Habit{1, "closings", &Monkey::EndSession},
+        Habit{1, "session ends", &Monkey::EndSession},
+        Habit{1, "session ends", &Monkey::ConfirmSessionEnd},
+        Habit{1, "cancelled session ends", &Monkey::CancelSessionEnd},
+        Habit{1, "requests to quit", &Monkey::PostQuit},
         Habit{1, "sizes", &Monkey::ResizeMainWindow},
+        Habit{3, "changes of the region", &Monkey::ChangeRegion},
     };
     return dialog;
 }
@@ -172,10 +181,18 @@ std::span<const Monkey::Habit> Monkey::HabitsInADialog()
 std::span<const Monkey::Habit> Monkey::HabitsIn(WindowKind kind)
 {
     static constexpr std::array message{
-        Habit{55, "dialog answers", &Monkey::ClickControl},   Habit{15, "dialog answers", &Monkey::PressEnter},
-        Habit{10, "dialog answers", &Monkey::PressEscape},    Habit{5, "keys", &Monkey::PressKey},
-        Habit{5, "closings", &Monkey::PressCloseBox},         Habit{3, "closings", &Monkey::CloseByKeys},
-        Habit{3, "closings", &Monkey::CloseMainWindowBehind}, Habit{2, "closings", &Monkey::EndSession},
+        Habit{55, "dialog answers", &Monkey::ClickControl},
+        Habit{15, "dialog answers", &Monkey::PressEnter},
+        Habit{10, "dialog answers", &Monkey::PressEscape},
+        Habit{5, "keys", &Monkey::PressKey},
+        Habit{5, "closings", &Monkey::PressCloseBox},
+        Habit{3, "closings", &Monkey::CloseByKeys},
+        Habit{3, "closings", &Monkey::CloseMainWindowBehind},
+        Habit{2, "session ends", &Monkey::EndSession},
+        Habit{2, "session ends", &Monkey::ConfirmSessionEnd},
+        Habit{2, "cancelled session ends", &Monkey::CancelSessionEnd},
+        Habit{1, "requests to quit", &Monkey::PostQuit},
+        Habit{3, "changes of the region", &Monkey::ChangeRegion},
     };
     static constexpr std::array menu{
         Habit{30, "clicks", &Monkey::ClickAnywhere},
@@ -221,14 +238,14 @@ void Monkey::Act()
     ++acts_;
     state_ = (std::uint64_t{seed_} << 32U) + acts_ * 0x9E3779B9ULL;
     Random();
-    StartAgainWhenEnded();
+    RestartIfEnded();
     HWND window = nullptr;
     const bool found = program_->Becomes([&] {
         window = program_->Top();
         return window != nullptr;
     });
     if (!found) {
-        StartAgainWhenEnded();
+        RestartIfEnded();
         return;
     }
     if (GetForegroundWindow() != window && KindOf(window) != WindowKind::Menu) {
@@ -236,18 +253,18 @@ void Monkey::Act()
     }
     ReadMessage(window);
     const Habit& habit = ChooseHabit(KindOf(window));
-    ++deeds_[habit.name];
+    ++counts_[habit.name];
     Note(habit.name);
-    (this->*habit.deed)(window);
+    (this->*habit.action)(window);
 }
 
-void Monkey::StartAgainWhenEnded()
+void Monkey::RestartIfEnded()
 {
     if (!program_->HasEnded() && IsWindow(program_->MainWindow()) != FALSE) {
         return;
     }
     program_->ExpectNormalEnd();
-    ++deeds_["times the program was closed and started again"];
+    ++counts_["times the program was closed and restarted"];
     Note("the program has ended");
     program_ = std::make_unique<RunningProgram>(path_);
 }
@@ -257,11 +274,11 @@ void Monkey::ReadMessage(HWND window)
     constexpr int messageText = 0xFFFF;
     if (KindOf(window) == WindowKind::Message && window != lastMessage_) {
         const std::wstring text = TextOf(GetDlgItem(window, messageText));
-        if (!text.empty()) { // else the message was answered before it could be read
+        if (!text.empty()) { // otherwise the message was closed before it could be read
             ++messages_[text];
         }
         if (text.starts_with(L"Run-time error")) {
-            throw Finding("an error that nobody handled is shown");
+            throw Finding("the message of an unhandled error is shown");
         }
     }
     lastMessage_ = window;
@@ -269,17 +286,17 @@ void Monkey::ReadMessage(HWND window)
 
 void Monkey::Note(const std::string& act)
 {
-    lastActs_.push_back(std::to_string(acts_) + ": " + act);
-    if (lastActs_.size() > actsRemembered) {
-        lastActs_.pop_front();
+    lastActions_.push_back(std::to_string(acts_) + ": " + act);
+    if (lastActions_.size() > actionsRemembered) {
+        lastActions_.pop_front();
     }
 }
 
-std::string Monkey::LastActs() const
+std::string Monkey::LastActions() const
 {
     std::ostringstream all;
-    all << "seed " << seed_ << ", the last acts:\n";
-    for (const std::string& act : lastActs_) {
+    all << "seed " << seed_ << ", the last actions:\n";
+    for (const std::string& act : lastActions_) {
         all << "  " << act << '\n';
     }
     return all.str();
@@ -369,7 +386,7 @@ void Monkey::FillDayAndConfirm(HWND window)
     const auto lists = ControlsOf(window, L"ComboBox");
     const auto boxes = ControlsOf(window, L"Edit");
     if (lists.size() != 2 || boxes.size() != 3) {
-        PressKey(window); // another dialog than that of a day
+        PressKey(window); // not the dialog of a day
         return;
     }
     PostMessageW(window, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(lists[1]), TRUE);
@@ -387,7 +404,7 @@ void Monkey::ChooseCommand(HWND /*window*/)
 {
     std::vector<WORD> pressed{VK_F10};
     pressed.insert(pressed.end(), static_cast<std::size_t>(Below(3)), VK_RIGHT);
-    // The fourth command of a menu ends the program: not too often.
+    // The fourth command of a menu closes the program and is therefore rare.
     const int row = 1 + Below(3) + (Below(8) == 0 ? 1 : 0);
     pressed.insert(pressed.end(), static_cast<std::size_t>(row), VK_DOWN);
     if (Below(8) == 0) {
@@ -426,7 +443,7 @@ void Monkey::CloseByKeys(HWND /*window*/)
 
 void Monkey::CloseMainWindowBehind(HWND /*window*/)
 {
-    // As a task list does, also while a dialog or a message is open over it.
+    // A task list sends this too, even while a dialog or message box is open.
     PostMessageW(program_->MainWindow(), WM_CLOSE, 0, 0);
     Settle(2);
 }
@@ -437,9 +454,38 @@ void Monkey::EndSession(HWND /*window*/)
     Settle(2);
 }
 
+void Monkey::ChangeRegion(HWND /*window*/)
+{
+    // Wine: a process keeps the separator from its start, so the program only updates its windows. RegionSoak.cpp
+    // changes the separators.
+    BroadcastRegionChange();
+    Settle(2);
+}
+
+void Monkey::ConfirmSessionEnd(HWND window)
+{
+    // Windows sends this after all programs have agreed. Here it may also arrive while a question is open.
+    EndSession(window);
+    SendNotifyMessageW(program_->MainWindow(), WM_ENDSESSION, TRUE, 0);
+    Settle(2);
+}
+
+void Monkey::CancelSessionEnd(HWND window)
+{
+    EndSession(window);
+    SendNotifyMessageW(program_->MainWindow(), WM_ENDSESSION, FALSE, 0);
+    Settle(2);
+}
+
+void Monkey::PostQuit(HWND /*window*/)
+{
+    PostThreadMessageW(GetWindowThreadProcessId(program_->MainWindow(), nullptr), WM_QUIT, 0, 0);
+    Settle(2);
+}
+
 void Monkey::ResizeMainWindow(HWND /*window*/)
 {
-    // Asynchronously, as a window manager does.
+    // Asynchronously, as an X11 window manager does under Wine.
     SetWindowPos(program_->MainWindow(), nullptr, Below(200), Below(200), Below(1000), Below(800),
                  SWP_NOZORDER | SWP_NOACTIVATE | SWP_ASYNCWINDOWPOS);
     Settle(4);
@@ -461,7 +507,7 @@ void Monkey::AnswerPrinter(HWND window)
 {
     if (sheets_ < mostSheets && Below(6) == 0 && IsShortInterval(GetWindow(window, GW_OWNER))) {
         ++sheets_;
-        ++deeds_["reports printed"];
+        ++counts_["reports printed"];
         PostMessageW(window, WM_COMMAND, IDOK, 0);
         program_->Becomes([window] { return IsWindow(window) == FALSE; });
         Settle(4);
@@ -476,9 +522,9 @@ void Monkey::Cancel(HWND window)
     Settle(2);
 }
 
-// ---- The end ----
+// ---- Closing ----
 
-void Monkey::StepTowardsRest()
+void Monkey::CloseTopWindow()
 {
     HWND top = program_->Top();
     if (top == nullptr) {
@@ -493,27 +539,27 @@ void Monkey::StepTowardsRest()
     }
     PressEscape(top);
     if (kind == WindowKind::Message && program_->Top() == top) {
-        PostMessageW(top, WM_COMMAND, IDNO, 0); // a question that Escape does not answer
+        PostMessageW(top, WM_COMMAND, IDNO, 0); // Esc does not answer every question
         Settle(1);
     }
 }
 
-void Monkey::GoToRest()
+void Monkey::BecomeIdle()
 {
-    StartAgainWhenEnded();
+    RestartIfEnded();
     ShowWindowAsync(program_->MainWindow(), SW_RESTORE);
     const bool resting = program_->Becomes([this] {
-        StepTowardsRest();
-        return program_->IsAtRest();
+        CloseTopWindow();
+        return program_->IsIdle();
     });
     if (!resting) {
-        throw Finding("the program does not come to rest\n" + program_->OnTheScreen());
+        throw Finding("the program does not become idle\n" + program_->OnTheScreen());
     }
 }
 
 void Monkey::EndAndSave()
 {
-    GoToRest();
+    BecomeIdle();
     PostMessageW(program_->MainWindow(), WM_SYSCOMMAND, SC_CLOSE, 0);
     program_->Becomes([this] {
         if (HWND top = program_->Top(); top != nullptr && KindOf(top) == WindowKind::Message) {

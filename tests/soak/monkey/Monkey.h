@@ -9,35 +9,34 @@
 #include <span>
 #include <string>
 
-/// A monkey at the keyboard: clicks, keys, closings and answers at random. The seed and the number of an act decide
-/// what the monkey wants to do; what it hits depends on what is on the screen. So a seed brings the same monkey again,
-/// though not to the millisecond.
+/// Sends random clicks, keys, close commands and answers. The seed and the number of an action determine the action.
+/// Its effect also depends on the screen, so a seed repeats a run, but not exactly.
 class Monkey {
 public:
     Monkey(std::wstring path, std::uint32_t seed);
 
-    /// One act. Throws Finding when the program does not take it well.
+    /// One action. Throws Finding if the program fails.
     void Act();
-    /// Lets go of everything: leaves dialogs and menus until the program is at rest.
-    void GoToRest();
-    /// Closes the program as a user does who wants to keep all days.
+    /// Closes dialogs and menus until the program is idle.
+    void BecomeIdle();
+    /// Closes the program and saves.
     void EndAndSave();
 
     const RunningProgram& Program() const noexcept { return *program_; }
 
-    /// What was done, by kind.
-    const std::map<std::string, int>& Deeds() const noexcept { return deeds_; }
-    /// What the program said in messages, and how often.
+    /// The number of actions by kind.
+    const std::map<std::string, int>& ActionCounts() const noexcept { return counts_; }
+    /// The messages of the program, with their numbers.
     const std::map<std::wstring, int>& Messages() const noexcept { return messages_; }
-    /// The last acts in words, for whoever looks into a finding.
-    std::string LastActs() const;
+    /// A description of the last actions, for a finding.
+    std::string LastActions() const;
 
 private:
-    using Deed = void (Monkey::*)(HWND window);
+    using Action = void (Monkey::*)(HWND window);
     struct Habit {
         int weight;
         const char* name;
-        Deed deed;
+        Action action;
     };
 
     std::wstring path_;
@@ -47,12 +46,12 @@ private:
     int sheets_ = 0;
     HWND lastMessage_ = nullptr;
     std::unique_ptr<RunningProgram> program_;
-    std::map<std::string, int> deeds_;
+    std::map<std::string, int> counts_;
     std::map<std::wstring, int> messages_;
-    std::deque<std::string> lastActs_;
+    std::deque<std::string> lastActions_;
 
-    void StartAgainWhenEnded();
-    void StepTowardsRest();
+    void RestartIfEnded();
+    void CloseTopWindow();
     void ReadMessage(HWND window);
     static std::span<const Habit> HabitsInTheMainWindow();
     static std::span<const Habit> HabitsInADialog();
@@ -64,7 +63,7 @@ private:
     int Below(int limit);
     POINT PointIn(const RECT& area);
     HWND SomeControl(HWND window);
-    /// Waits until the program has taken that many inputs.
+    /// Waits until the program has handled this number of inputs.
     void Settle(int inputs) { program_->Settle(inputs + 2); }
 
     void ClickControl(HWND window);
@@ -85,6 +84,10 @@ private:
     void CloseByKeys(HWND window);
     void CloseMainWindowBehind(HWND window);
     void EndSession(HWND window);
+    void ChangeRegion(HWND window);
+    void ConfirmSessionEnd(HWND window);
+    void CancelSessionEnd(HWND window);
+    void PostQuit(HWND window);
     void ResizeMainWindow(HWND window);
     void MinimiseOrMaximise(HWND window);
     void AnswerPrinter(HWND window);

@@ -1,4 +1,4 @@
-// A monkey at the keyboard, and what is to be said of the program and its journal afterwards.
+// Sends random input and then checks the program and its journal.
 #include "tests/soak/monkey/Monkey.h"
 #include "tests/soak/Amounts.h"
 #include "tests/soak/monkey/Holdings.h"
@@ -29,15 +29,15 @@ void ExpectWellFormedJournal(const std::string& bytes)
     }
 }
 
-/// The program at rest has the windows that it always has, however long the monkey was at it.
-class StockTaking {
+/// Expects the same number of windows whenever the program is idle.
+class WindowCount {
 public:
-    void Of(Monkey& monkey)
+    void Check(Monkey& monkey)
     {
-        monkey.GoToRest();
-        // A program that has just been started lacks the windows that come with the first dialog.
-        PatientUser(monkey.Program()).OpenAndLeaveADialog();
-        // A dialog leaves the screen first and goes then: not before that is it time to count.
+        monkey.BecomeIdle();
+        // After its start the program lacks the windows that the first dialog creates.
+        PatientUser(monkey.Program()).OpenAndCloseADialog();
+        // A dialog is hidden before it is destroyed. Count after that.
         monkey.Program().Settle(10);
         Holdings holdings;
         monkey.Program().Becomes([&] {
@@ -45,15 +45,15 @@ public:
             return windows_ == 0 || holdings.windows == windows_;
         });
         windows_ = windows_ == 0 ? holdings.windows : windows_;
-        EXPECT_EQ(holdings.windows, windows_) << monkey.LastActs();
+        EXPECT_EQ(holdings.windows, windows_) << monkey.LastActions();
         mostGdiObjects_ = std::max(mostGdiObjects_, holdings.gdiObjects);
         mostUserObjects_ = std::max(mostUserObjects_, holdings.userObjects);
         ++times_;
     }
 
-    void Tell(ClosingReport& report) const
+    void AddTo(ClosingReport& report) const
     {
-        report.Did(times_, "times at rest");
+        report.Did(times_, "times idle");
         report.Did(windows_, "windows each time");
         report.Did(mostGdiObjects_, "GDI objects at most");
         report.Did(mostUserObjects_, "user objects at most");
@@ -68,8 +68,8 @@ private:
 
 void Report(const Monkey& monkey, ClosingReport& report)
 {
-    for (const auto& [deed, count] : monkey.Deeds()) {
-        report.Did(count, deed);
+    for (const auto& [action, count] : monkey.ActionCounts()) {
+        report.Did(count, action);
     }
     for (const auto& [message, count] : monkey.Messages()) {
         std::cout << "message, " << count << " times: " << testing::PrintToString(message) << '\n';
@@ -78,31 +78,31 @@ void Report(const Monkey& monkey, ClosingReport& report)
 
 } // namespace
 
-TEST(Monkey, AtTheKeyboardNeitherCrashesNorHangsTheProgramNorHarmsTheJournal)
+TEST(Monkey, NeitherCrashesNorHangsTheProgramNorDamagesTheJournal)
 {
     ClosingReport report;
     const RecordingBrowser browser;
     const Installation installation(L"three-years-en.jrn");
     Monkey monkey(installation.Program(), Seed());
-    StockTaking stock;
+    WindowCount windows;
     const std::int64_t acts = Amount(100, 20000);
-    const std::int64_t stockTakingEvery = Amount(50, 250);
+    const std::int64_t checkEvery = Amount(50, 250);
     try {
         for (std::int64_t act = 0; act < acts; ++act) {
             monkey.Act();
-            if (act % stockTakingEvery == stockTakingEvery - 1) {
-                stock.Of(monkey);
+            if (act % checkEvery == checkEvery - 1) {
+                windows.Check(monkey);
             }
         }
         monkey.EndAndSave();
         const std::string saved = BytesOf(installation.Journal());
         ExpectWellFormedJournal(saved);
-        // Reading it back brings no message, and there is nothing to save.
+        // The program reads the file without a message and has nothing to save.
         Monkey(installation.Program(), Seed()).EndAndSave();
         EXPECT_EQ(BytesOf(installation.Journal()), saved);
     } catch (const Finding& finding) {
-        ADD_FAILURE() << finding.what() << '\n' << monkey.LastActs();
+        ADD_FAILURE() << finding.what() << '\n' << monkey.LastActions();
     }
     Report(monkey, report);
-    stock.Tell(report);
+    windows.AddTo(report);
 }

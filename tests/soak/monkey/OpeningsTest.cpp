@@ -1,4 +1,4 @@
-// Whoever leaves the program running for a year opens each dialog a thousand times: nothing may be left of it.
+// Opens and closes each dialog a thousand times and expects that it leaks no object.
 #include "tests/soak/Amounts.h"
 #include "tests/soak/monkey/Holdings.h"
 #include "tests/soak/monkey/Installation.h"
@@ -19,7 +19,7 @@ namespace {
 struct Opening {
     const char* name = nullptr;
     void (PatientUser::*openAndClose)(int time) = nullptr;
-    int rarity = 1; ///< done that many times less often than the others
+    int rarity = 1; ///< opened this many times less often than the others
 };
 
 constexpr std::array dialogs{
@@ -30,19 +30,19 @@ constexpr std::array dialogs{
 
 constexpr std::array questionsAndPrinting{
     Opening{"Question before deleting", &PatientUser::AskToDelete},
-    Opening{"Message that no day is chosen", &PatientUser::ForgetToChooseADay},
+    Opening{"Message that no day is chosen", &PatientUser::DeleteWithoutSelection},
     Opening{"Question before reverting", &PatientUser::AskToRevert},
     Opening{"Question before closing", &PatientUser::AskToSave},
     Opening{"Printer dialog", &PatientUser::ChoosePrinter, 4},
     Opening{"Printing", &PatientUser::Print, 40},
 };
 
-/// What the program holds at rest. What is on its way to go, such as a window that the window manager still has, gets
-/// the time to.
-Holdings HoldingsAtRest(const RunningProgram& program, const Holdings* expected)
+/// The objects of the idle program. Waits for objects that are about to be freed. Wine: the X11 window manager may keep
+/// a window for a while.
+Holdings HoldingsWhenIdle(const RunningProgram& program, const Holdings* expected)
 {
-    constexpr std::chrono::seconds patience{5};
-    const auto end = std::chrono::steady_clock::now() + patience;
+    constexpr std::chrono::seconds timeout{5};
+    const auto end = std::chrono::steady_clock::now() + timeout;
     for (;;) {
         program.Settle(4);
         const Holdings holdings = HoldingsOf(program.Process());
@@ -58,7 +58,7 @@ int TimesOf(const Opening& opening, int times)
     return std::max(1, times / opening.rarity);
 }
 
-void OpenThemAll(PatientUser& user, std::span<const Opening> openings, int times)
+void OpenAll(PatientUser& user, std::span<const Opening> openings, int times)
 {
     for (const Opening& opening : openings) {
         for (int time = 0; time < TimesOf(opening, times); ++time) {
@@ -67,16 +67,16 @@ void OpenThemAll(PatientUser& user, std::span<const Opening> openings, int times
     }
 }
 
-/// Opens each so many times; true when nothing is left of it but the keys of the settings that it saved.
-bool LeaveNothing(const RunningProgram& program, PatientUser& user, std::span<const Opening> openings, int times)
+/// Opens each dialog. Returns true if no new object is left except the registry keys of saved settings.
+bool OpenWithoutLeak(const RunningProgram& program, PatientUser& user, std::span<const Opening> openings, int times)
 {
-    const Holdings before = HoldingsAtRest(program, nullptr);
+    const Holdings before = HoldingsWhenIdle(program, nullptr);
     const int savedBefore = user.SavedSettings();
-    OpenThemAll(user, openings, times);
+    OpenAll(user, openings, times);
     const int saved = user.SavedSettings() - savedBefore;
     Holdings expected = before;
     expected.registryKeys += saved;
-    const Holdings after = HoldingsAtRest(program, &expected);
+    const Holdings after = HoldingsWhenIdle(program, &expected);
     for (const Opening& opening : openings) {
         std::cout << opening.name << ", opened " << TimesOf(opening, times) << " times\n";
     }
@@ -84,20 +84,20 @@ bool LeaveNothing(const RunningProgram& program, PatientUser& user, std::span<co
     return after == expected;
 }
 
-/// What the system loads once, such as the shape of a mouse pointer, may come late and is no loss. What is lost with an
-/// opening is lost with the next ones as well, however often they are done.
-void ExpectNothingIsLost(const RunningProgram& program, PatientUser& user, std::span<const Opening> openings, int times)
+/// Objects that Windows loads once, such as a mouse pointer, may appear late. They are no leak: a leak grows in every
+/// round.
+void ExpectNoLeak(const RunningProgram& program, PatientUser& user, std::span<const Opening> openings, int times)
 {
     constexpr int rounds = 4;
     for (int round = 0; round < rounds; ++round) {
-        if (LeaveNothing(program, user, openings, times)) {
+        if (OpenWithoutLeak(program, user, openings, times)) {
             return;
         }
     }
-    ADD_FAILURE() << "something is lost with each round; first of them: " << openings.front().name;
+    ADD_FAILURE() << "objects leak in every round; first dialog: " << openings.front().name;
 }
 
-void ExpectNothingIsLost(std::span<const Opening> openings)
+void ExpectNoLeak(std::span<const Opening> openings)
 {
     ClosingReport report;
     const Installation installation(L"two-days.jrn");
@@ -105,12 +105,12 @@ void ExpectNothingIsLost(std::span<const Opening> openings)
     PatientUser user(program);
     const auto times = static_cast<int>(Amount(4, 1000));
     try {
-        // What the system keeps of a first opening for the next ones is no loss either.
-        OpenThemAll(user, openings, static_cast<int>(Amount(2, 20)));
-        // One by one in a long run, so that it is known which dialog a loss is of.
+        // Objects that Windows keeps after the first opening for the next ones are no leak.
+        OpenAll(user, openings, static_cast<int>(Amount(2, 20)));
+        // A long run opens the dialogs one by one, so that a leak has a name.
         const std::size_t together = IsLongRun() ? 1 : openings.size();
         for (std::size_t first = 0; first < openings.size(); first += together) {
-            ExpectNothingIsLost(program, user, openings.subspan(first, together), times);
+            ExpectNoLeak(program, user, openings.subspan(first, together), times);
         }
         for (const Opening& opening : openings) {
             report.Did(TimesOf(opening, times), std::string("openings of: ") + opening.name);
@@ -118,17 +118,17 @@ void ExpectNothingIsLost(std::span<const Opening> openings)
     } catch (const Finding& finding) {
         ADD_FAILURE() << finding.what();
     }
-    std::cout << "deeds done again: " << user.Repeats() << std::endl;
+    std::cout << "repeated actions: " << user.Repeats() << std::endl;
 }
 
 } // namespace
 
 TEST(Openings, OfDialogsLeaveNothingBehindExceptTheKeysOfSavedSettings)
 {
-    ExpectNothingIsLost(dialogs);
+    ExpectNoLeak(dialogs);
 }
 
 TEST(Openings, OfMessagesAndOfThePrinterLeaveNothingBehindExceptTheKeysOfSavedSettings)
 {
-    ExpectNothingIsLost(questionsAndPrinting);
+    ExpectNoLeak(questionsAndPrinting);
 }

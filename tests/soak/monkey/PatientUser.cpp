@@ -11,7 +11,7 @@
 
 namespace {
 
-// Where the commands are in the menu: the column, the row without separators, the row of the sub menu.
+// Positions of the menu commands: the menu, the item without separators, the item in the submenu.
 constexpr std::initializer_list<int> revert{0, 0};
 constexpr std::initializer_list<int> print{0, 2};
 constexpr std::initializer_list<int> settings{1, 0};
@@ -33,8 +33,8 @@ POINT MiddleOf(HWND window)
 
 bool IsDone(const std::function<bool()>& condition)
 {
-    constexpr std::chrono::seconds patience{4};
-    const auto end = std::chrono::steady_clock::now() + patience;
+    constexpr std::chrono::seconds timeout{4};
+    const auto end = std::chrono::steady_clock::now() + timeout;
     while (!condition()) {
         if (std::chrono::steady_clock::now() > end) {
             return false;
@@ -67,13 +67,13 @@ void PatientUser::BringToFront() const
     }
 }
 
-HWND PatientUser::Open(WindowKind kind, const std::function<void()>& deed)
+HWND PatientUser::Open(WindowKind kind, const std::function<void()>& action)
 {
     constexpr int attempts = 5;
     HWND before = program_.Top();
     for (int attempt = 0; attempt < attempts; ++attempt) {
         repeats_ += attempt > 0 ? 1 : 0;
-        deed();
+        action();
         HWND opened = nullptr;
         if (IsDone([&] {
                 opened = program_.Top();
@@ -85,7 +85,7 @@ HWND PatientUser::Open(WindowKind kind, const std::function<void()>& deed)
         BringToFront();
         Keys({VK_ESCAPE}); // a menu that was left open
     }
-    throw Finding("a command does not open what it should\n" + program_.OnTheScreen());
+    throw Finding("a command does not open its dialog\n" + program_.OnTheScreen());
 }
 
 HWND PatientUser::OpenByButton(Command command, WindowKind kind)
@@ -109,13 +109,13 @@ HWND PatientUser::OpenByMenu(std::initializer_list<int> path, WindowKind kind)
     });
 }
 
-void PatientUser::LeaveBy(HWND window, const std::function<void()>& deed)
+void PatientUser::CloseBy(HWND window, const std::function<void()>& action)
 {
     constexpr int attempts = 5;
     for (int attempt = 0; attempt < attempts; ++attempt) {
         repeats_ += attempt > 0 ? 1 : 0;
-        if (IsWindowVisible(window) != FALSE) { // it may have gone and left the keyboard to nobody
-            deed();
+        if (IsWindowVisible(window) != FALSE) { // it may be closed while no window is active
+            action();
         }
         if (IsDone([&] { return program_.Top() != window && program_.Top() == GetForegroundWindow(); })) {
             return;
@@ -127,7 +127,7 @@ void PatientUser::LeaveBy(HWND window, const std::function<void()>& deed)
 
 void PatientUser::Leave(HWND window, Exit exit)
 {
-    LeaveBy(window, [&] {
+    CloseBy(window, [&] {
         switch (exit) {
         case Exit::Escape:
             Keys({VK_ESCAPE});
@@ -151,14 +151,14 @@ void PatientUser::ChooseFirstLine()
     HWND list = ControlsOf(program_.MainWindow(), L"ListBox").front();
     DWORD_PTR line = 0;
     SendMessageTimeoutW(list, LB_GETCURSEL, 0, 0, SMTO_NORMAL, 3000, &line);
-    if (static_cast<LRESULT>(line) == LB_ERR) { // a second click on a chosen line may count as a double click
+    if (static_cast<LRESULT>(line) == LB_ERR) { // a second click could become a double-click
         RECT area{};
         GetWindowRect(list, &area);
         hands::Click({area.left + 20, area.top + 8});
     }
     HWND edit = ControlsOf(program_.MainWindow(), buttonClass).at(editButton);
     if (!program_.Becomes([edit] { return IsWindowEnabled(edit) != FALSE; })) {
-        throw Finding("a line of the list cannot be chosen\n" + program_.OnTheScreen());
+        throw Finding("a line of the list cannot be selected\n" + program_.OnTheScreen());
     }
 }
 
@@ -170,7 +170,7 @@ void PatientUser::Add(int time)
         AddADayAndDeleteIt();
         break;
     case 1:
-        BeRefusedByAdd();
+        AddWithoutADay();
         break;
     default:
         Leave(OpenByButton(addButton, WindowKind::Dialog), static_cast<Exit>(time % ways - 2));
@@ -178,7 +178,7 @@ void PatientUser::Add(int time)
     }
 }
 
-void PatientUser::OpenAndLeaveADialog()
+void PatientUser::OpenAndCloseADialog()
 {
     Leave(OpenByButton(addButton, WindowKind::Dialog), Exit::Escape);
 }
@@ -186,12 +186,12 @@ void PatientUser::OpenAndLeaveADialog()
 void PatientUser::AddADayAndDeleteIt()
 {
     HWND dialog = OpenByButton(addButton, WindowKind::Dialog);
-    LeaveBy(dialog, [this] { Keys({VK_TAB, VK_TAB, VK_HOME, VK_RETURN}); });
+    CloseBy(dialog, [this] { Keys({VK_HOME, VK_RETURN}); });
     HWND question = OpenByButton(deleteButton, WindowKind::Message);
-    LeaveBy(question, [this] { Keys({'Y'}); });
+    CloseBy(question, [this] { Keys({'Y'}); });
 }
 
-void PatientUser::BeRefusedByAdd()
+void PatientUser::AddWithoutADay()
 {
     HWND dialog = OpenByButton(addButton, WindowKind::Dialog);
     Leave(Open(WindowKind::Message, [this] { Keys({VK_RETURN}); }), Exit::Enter);
@@ -209,17 +209,17 @@ void PatientUser::AskToDelete(int time)
 {
     ChooseFirstLine();
     HWND question = OpenByButton(deleteButton, WindowKind::Message);
-    // The question can be answered only; the answer that Enter gives is No.
+    // Esc does not close the question. The default button is No.
     if (time % 2 == 0) {
         Leave(question, Exit::Enter);
     } else {
-        LeaveBy(question, [this] { Keys({'N'}); });
+        CloseBy(question, [this] { Keys({'N'}); });
     }
 }
 
-void PatientUser::ForgetToChooseADay(int time)
+void PatientUser::DeleteWithoutSelection(int time)
 {
-    // After a deletion no line is chosen, and the button says so.
+    // After a deletion no line is selected, and Delete shows a message.
     if (time == 0) {
         AddADayAndDeleteIt();
     }
@@ -270,7 +270,7 @@ void PatientUser::Print(int /*time*/)
     HWND chooser = Open(WindowKind::Printer, [this] { Keys({VK_RETURN}); });
     savedSettings_ += settingsOfPrinting;
     PostMessageW(chooser, WM_COMMAND, IDOK, 0);
-    if (!program_.Becomes([this] { return program_.IsAtRest(); })) {
+    if (!program_.Becomes([this] { return program_.IsIdle(); })) {
         throw Finding("the dialog stays open after printing");
     }
 }
@@ -281,7 +281,7 @@ void PatientUser::AskToRevert(int time)
     if (time % 2 == 0) {
         Leave(question, Exit::Enter);
     } else {
-        LeaveBy(question, [this] { Keys({'N'}); });
+        CloseBy(question, [this] { Keys({'N'}); });
     }
 }
 

@@ -5,17 +5,16 @@
 #include <functional>
 #include <initializer_list>
 
-/// A patient user, who opens and closes the same dialog over and over again, each time in another of the ways there
-/// are. Works on a program at rest, and leaves it at rest.
+/// Opens and closes the dialogs of the program in all possible ways. The program is idle before and after each call.
 class PatientUser {
 public:
     explicit PatientUser(const RunningProgram& program) : program_(program) {}
 
-    // One opening each. The number of the time chooses the way out.
+    // Each opens its dialog once. The number selects the way to close it.
     void Add(int time);
     void Edit(int time);
     void AskToDelete(int time);
-    void ForgetToChooseADay(int time);
+    void DeleteWithoutSelection(int time);
     void Settings(int time);
     void EmployeeInformation(int time);
     void About(int time);
@@ -25,13 +24,13 @@ public:
     void AskToRevert(int time);
     void AskToSave(int time);
 
-    void OpenAndLeaveADialog();
-    /// The days are the same afterwards; the program asks about unsaved changes.
+    void OpenAndCloseADialog();
+    /// Changes the journal and undoes the change: the program will ask about unsaved changes.
     void ChangeTheJournal() { AddADayAndDeleteIt(); }
 
-    /// How many settings the program has been made to write.
+    /// The number of settings that the program has written.
     int SavedSettings() const noexcept { return savedSettings_; }
-    /// How often something had to be done again because it got lost between the window manager and the program.
+    /// How often input was repeated. Wine: input may get lost between the X11 window manager and the program.
     int Repeats() const noexcept { return repeats_; }
 
 private:
@@ -42,18 +41,18 @@ private:
     int savedSettings_ = 0;
     int repeats_ = 0;
 
-    /// Does it until a window of that kind, and another than before, is in front; returns that.
-    HWND Open(WindowKind kind, const std::function<void()>& deed);
+    /// Repeats the action until a new window of this kind is in the foreground, and returns it.
+    HWND Open(WindowKind kind, const std::function<void()>& action);
     HWND OpenByButton(Command command, WindowKind kind);
     HWND OpenByMenu(std::initializer_list<int> path, WindowKind kind);
     void Leave(HWND window, Exit exit);
-    /// Does it until the window is gone.
-    void LeaveBy(HWND window, const std::function<void()>& deed);
-    void BeRefusedByAdd();
+    /// Repeats the action until the window is closed.
+    void CloseBy(HWND window, const std::function<void()>& action);
+    void AddWithoutADay();
     void AddADayAndDeleteIt();
     void ChooseFirstLine();
 
-    /// What a click on the window does that has lost the keyboard to the desktop or to a window behind it.
+    /// Activates the window if another window or the desktop has the focus.
     void BringToFront() const;
     void Keys(std::initializer_list<WORD> keys) const;
     void ClickOn(HWND control) const;

@@ -14,8 +14,8 @@
 
 namespace {
 
-/// How long a program may be busy, such as with a report on a slow computer, before it counts as hanging.
-constexpr std::chrono::seconds patience{60};
+/// A program that does not respond for this time counts as hanging. A report on a slow computer takes long.
+constexpr std::chrono::seconds timeout{60};
 constexpr std::chrono::milliseconds lookEvery{2};
 
 std::wstring ClassOf(HWND window)
@@ -52,7 +52,7 @@ bool TakesInput(HWND window)
 
 WindowKind KindOf(HWND window)
 {
-    constexpr int messageText = 0xFFFF; // a message box has its text in a control of this number
+    constexpr int messageText = 0xFFFF; // the ID of the control with the text of a message box
     constexpr int firstControl = 101;   // the first control of every window of the program
     const std::wstring name = ClassOf(window);
     if (name == L"Odomira") {
@@ -98,7 +98,7 @@ RunningProgram::RunningProgram(const std::wstring& path)
         main_ = main != windows.end() ? *main : nullptr;
         return main_ != nullptr || std::ranges::find(windows, WindowKind::Message, KindOf) != windows.end();
     });
-    if (!opened || main_ == nullptr || !Becomes([this] { return IsAtRest(); })) {
+    if (!opened || main_ == nullptr || !Becomes([this] { return IsIdle(); })) {
         throw Finding("the program does not open its main window, and nothing else, when it is started");
     }
 }
@@ -119,7 +119,7 @@ void RunningProgram::Start(const std::wstring& path)
     PROCESS_INFORMATION started{};
     if (CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &started) ==
         FALSE) {
-        throw std::runtime_error("the program cannot be started: is it built?");
+        throw std::runtime_error("the program cannot be started; build it first");
     }
     process_ = OwnedHandle(started.hProcess);
     const OwnedHandle thread(started.hThread);
@@ -133,9 +133,9 @@ bool RunningProgram::HasEnded() const
 
 void RunningProgram::ExpectNormalEnd() const
 {
-    constexpr auto milliseconds = std::chrono::duration_cast<std::chrono::milliseconds>(patience).count();
+    constexpr auto milliseconds = std::chrono::duration_cast<std::chrono::milliseconds>(timeout).count();
     if (WaitForSingleObject(Process(), static_cast<DWORD>(milliseconds)) != WAIT_OBJECT_0) {
-        throw Finding("the program has lost its main window and goes on running");
+        throw Finding("the program has lost its main window but is still running");
     }
     DWORD code = 0;
     GetExitCodeProcess(Process(), &code);
@@ -172,27 +172,27 @@ HWND RunningProgram::Top() const
 
 bool RunningProgram::AnswersOnce() const
 {
-    constexpr auto milliseconds = std::chrono::duration_cast<std::chrono::milliseconds>(patience).count();
+    constexpr auto milliseconds = std::chrono::duration_cast<std::chrono::milliseconds>(timeout).count();
     DWORD_PTR answer = 0;
     if (SendMessageTimeoutW(main_, WM_NULL, 0, 0, SMTO_NORMAL, static_cast<UINT>(milliseconds), &answer) != 0) {
         return true;
     }
     if (IsWindow(main_) != FALSE && !HasEnded()) {
-        throw Finding("the program does not answer any more");
+        throw Finding("the program no longer responds");
     }
     return false;
 }
 
 void RunningProgram::Settle(int inputs) const
 {
-    // The program answers a question of another program whenever it looks for input, and takes one input each time.
+    // The program answers a sent message whenever it reads input, and reads one input each time.
     for (int i = 0; i < inputs && AnswersOnce(); ++i) {
     }
 }
 
 bool RunningProgram::Becomes(const std::function<bool()>& condition) const
 {
-    const auto end = std::chrono::steady_clock::now() + patience;
+    const auto end = std::chrono::steady_clock::now() + timeout;
     while (!condition()) {
         if (HasEnded() || std::chrono::steady_clock::now() > end) {
             return false;
@@ -202,7 +202,7 @@ bool RunningProgram::Becomes(const std::function<bool()>& condition) const
     return true;
 }
 
-bool RunningProgram::IsAtRest() const
+bool RunningProgram::IsIdle() const
 {
     return Windows() == std::vector{main_} && TakesInput(main_) && GetForegroundWindow() == main_;
 }
@@ -214,11 +214,11 @@ std::string RunningProgram::OnTheScreen() const
     for (HWND window : Windows()) {
         RECT area{};
         GetWindowRect(window, &area);
-        words << "  window of kind " << static_cast<int>(KindOf(window)) << (window == front ? ", in front" : "")
+        words << "  window of kind " << static_cast<int>(KindOf(window)) << (window == front ? ", foreground" : "")
               << (IsWindowEnabled(window) == FALSE ? ", disabled" : "")
               << (IsIconic(window) != FALSE ? ", minimised" : "") << ", at " << area.left << ',' << area.top << " to "
               << area.right << ',' << area.bottom << '\n';
     }
-    words << "  in front is a window of class " << testing::PrintToString(ClassOf(front)) << '\n';
+    words << "  the foreground window has the class " << testing::PrintToString(ClassOf(front)) << '\n';
     return words.str();
 }

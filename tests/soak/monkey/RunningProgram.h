@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/OwnedHandle.h"
+#include "platform/system/OwnedHandle.h"
 
 #include <windows.h>
 
@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-/// What no user may ever meet: the program has crashed, does not answer, or has lost its way.
+/// A failure: the program has crashed, does not respond, or is in a wrong state.
 struct Finding : std::runtime_error {
     using std::runtime_error::runtime_error;
 };
@@ -18,9 +18,9 @@ enum class WindowKind {
     Main,
     Dialog,  ///< one of the program's own
     Message, ///< a message or question
-    Printer, ///< the system's choice of a printer
+    Printer, ///< the printer dialog
     Menu,    ///< an open menu, of the menu bar or of an edit box
-    Other,   ///< something else of the system's
+    Other,   ///< another window of Windows
 };
 
 WindowKind KindOf(HWND window);
@@ -29,12 +29,12 @@ std::wstring TextOf(HWND window);
 /// The visible controls of a window of that class, or of every class; in the order of their creation, as laid out.
 std::vector<HWND> ControlsOf(HWND window, const wchar_t* className = nullptr);
 
-/// The built program in a process of its own, seen from outside.
+/// The built program in another process.
 class RunningProgram {
 public:
-    /// Starts the program and waits for its main window. Throws Finding when it shows a message first or ends.
+    /// Starts the program and waits for its main window. Throws Finding if it shows a message first or ends.
     explicit RunningProgram(const std::wstring& path);
-    /// Ends the program by force, if it still runs.
+    /// Terminates the program if it still runs.
     ~RunningProgram();
     RunningProgram(const RunningProgram&) = delete;
     RunningProgram& operator=(const RunningProgram&) = delete;
@@ -43,21 +43,21 @@ public:
     HWND MainWindow() const noexcept { return main_; }
 
     bool HasEnded() const;
-    /// Waits for the end, and throws Finding when it was none that a user asks for.
+    /// Waits for the end of the process. Throws Finding if it did not end normally.
     void ExpectNormalEnd() const;
 
     /// The visible windows, the topmost first.
     std::vector<HWND> Windows() const;
-    /// The window that takes the input now; null while there is none.
+    /// The window that gets the input; null if there is none.
     HWND Top() const;
 
-    /// Waits until the program has dealt with that many inputs more. Throws Finding when it does not answer.
+    /// Waits until the program has handled this number of inputs. Throws Finding if it does not respond.
     void Settle(int inputs) const;
-    /// Waits until the condition holds; false when it never does or the program ends.
+    /// Waits until the condition is true. Returns false after a time limit or if the program ends.
     bool Becomes(const std::function<bool()>& condition) const;
     /// The main window is on top, and nothing else of the program is open.
-    bool IsAtRest() const;
-    /// Its windows in words, for whoever looks into a finding.
+    bool IsIdle() const;
+    /// A description of its windows, for a finding.
     std::string OnTheScreen() const;
 
 private:

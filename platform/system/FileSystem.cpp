@@ -1,0 +1,20 @@
+#include "platform/system/FileSystem.h"
+
+#include <windows.h>
+
+std::wstring PathIn(const std::wstring& folder, const std::wstring& file)
+{
+    return folder + (folder.ends_with(L'\\') ? L"" : L"\\") + file;
+}
+
+bool FileExists(const std::wstring& path)
+{
+    WIN32_FIND_DATAW found{};
+    HANDLE search = FindFirstFileW(path.c_str(), &found);
+    if (search == INVALID_HANDLE_VALUE) {
+        return false;
+    }
+    FindClose(search);
+    constexpr DWORD notOrdinary = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM;
+    return (found.dwFileAttributes & notOrdinary) == 0;
+}
