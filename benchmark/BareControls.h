@@ -2,6 +2,5 @@
 
 #include <windows.h>
 
-/// Puts the controls of the program's main window on a bare one, each filled as much as the eye sees, with nothing
-/// behind them.
+/// Creates the controls of the main window on a bare window, with the visible content only and without handlers.
 void AddControls(HWND window);

@@ -1,4 +1,4 @@
-// The least that a program with a window costs here: one empty window, and a loop that ends when it is closed.
+// The minimum cost of a program with a window: one empty window and a message loop.
 #ifdef WITH_CONTROLS
 #include "benchmark/BareControls.h"
 #endif

@@ -1,9 +1,9 @@
-// The journal file and the store, without windows.
+// Measures the journal file and the store, without windows.
 #include "benchmark/Measure.h"
 
 #include "data/DataInterface.h"
 #include "data/DayFields.h"
-#include "platform/Conversions.h"
+#include "platform/system/Conversions.h"
 
 #include <oleauto.h>
 
@@ -13,7 +13,7 @@
 
 namespace {
 
-/// The fields of an entry as texts, as they stand in the file; prepared, so that only converting them is measured.
+/// The fields of an entry as texts. They are prepared so that only their conversion is measured.
 struct FieldTexts {
     std::wstring year;
     std::wstring month;
@@ -41,7 +41,7 @@ SHORT NumberOf(std::wstring& text)
     return number;
 }
 
-/// What no reader of this file can do without: three whole numbers, a distance and a text for each entry.
+/// The minimum work of reading: for each entry, the conversion of three integers, a distance and a text.
 double ConvertToNumbers(std::vector<FieldTexts>& fields)
 {
     std::wstring route(1000, L'\0');
@@ -65,7 +65,7 @@ UINT LengthOfNumber(SHORT number)
     return length;
 }
 
-/// What no writer can do without, the other way round.
+/// The minimum work of writing: the same conversions to text.
 double ConvertToTexts()
 {
     std::string route(1000, '\0');
@@ -88,16 +88,16 @@ double ConvertToTexts()
 void MeasureJournal(int rounds)
 {
     DataInterface::LoadJournal();
-    Tell("entries", DataInterface::dayCount);
+    Record("entries", DataInterface::dayCount);
     std::vector<FieldTexts> fields = FieldsOfJournal();
-    double kept = 0; // a result that nobody wants need not be worked out
+    double kept = 0; // the sum keeps the compiler from removing the conversions
     for (int round = 0; round < rounds; ++round) {
         Measure("load", DataInterface::LoadJournal);
         Measure("bare load", [&] { kept += ConvertToNumbers(fields); });
         Measure("save", DataInterface::SaveJournal);
         Measure("bare save", [&] { kept += ConvertToTexts(); });
     }
-    Tell("sum of all conversions", kept);
+    Record("sum of all conversions", kept);
 }
 
 void MeasureAdding(int rounds)
@@ -106,7 +106,7 @@ void MeasureAdding(int rounds)
     std::vector<DayEntry> oldestFirst(DataInterface::days.begin(),
                                       DataInterface::days.begin() + DataInterface::dayCount);
     std::ranges::reverse(oldestFirst);
-    // Without its file the journal starts empty, in an array of the first size.
+    // Without a file the journal starts empty, with an array of the initial size.
     DeleteFileW(DataInterface::journalPath.c_str());
     for (int round = 0; round < rounds; ++round) {
         DataInterface::LoadJournal();
@@ -116,5 +116,5 @@ void MeasureAdding(int rounds)
             }
         });
     }
-    Tell("entries", DataInterface::dayCount);
+    Record("entries", DataInterface::dayCount);
 }

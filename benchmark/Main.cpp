@@ -1,9 +1,9 @@
 // odomira_bench journal|adding|window ROUNDS
-// odomira_bench report|words PRINTER
+// odomira_bench report|words PRINTER ENTRIES
 #include "benchmark/Measure.h"
 
-#include "platform/Conversions.h"
-#include "platform/RuntimeError.h"
+#include "platform/system/Conversions.h"
+#include "platform/system/RuntimeError.h"
 
 #include <psapi.h>
 #include <shellapi.h>
@@ -17,14 +17,9 @@ struct LocalMemoryDeleter {
     void operator()(wchar_t** memory) const noexcept { LocalFree(memory); }
 };
 
-/// False for words that mean nothing here.
-bool Run(const std::wstring& what, const wchar_t* word)
+/// Returns false if there is no such measurement.
+bool MeasureRounds(const std::wstring& what, int rounds)
 {
-    if (what == L"report" || what == L"words") {
-        (what == L"report" ? MeasureReport : MeasureWords)(word);
-        return true;
-    }
-    const int rounds = ToInt16(word);
     if (what == L"journal") {
         MeasureJournal(rounds);
     } else if (what == L"adding") {
@@ -37,6 +32,15 @@ bool Run(const std::wstring& what, const wchar_t* word)
     return true;
 }
 
+bool MeasurePrinting(const std::wstring& what, const wchar_t* printer, int entries)
+{
+    if (what != L"report" && what != L"words") {
+        return false;
+    }
+    (what == L"report" ? MeasureReport : MeasureWords)(printer, entries);
+    return true;
+}
+
 } // namespace
 
 int main()
@@ -44,8 +48,10 @@ int main()
     int count = 0;
     const std::unique_ptr<wchar_t*, LocalMemoryDeleter> words(CommandLineToArgvW(GetCommandLineW(), &count));
     try {
-        if (count != 3 || !Run(words.get()[1], words.get()[2])) {
-            std::puts("odomira_bench journal|adding|window ROUNDS, or report|words PRINTER");
+        wchar_t** const word = words.get();
+        if (!(count == 3 && MeasureRounds(word[1], ToInt16(word[2]))) &&
+            !(count == 4 && MeasurePrinting(word[1], word[2], ToInt16(word[3])))) {
+            std::puts("odomira_bench journal|adding|window ROUNDS, or report|words PRINTER ENTRIES");
             return 2;
         }
     } catch (const RuntimeError& error) {
@@ -54,6 +60,6 @@ int main()
     }
     PROCESS_MEMORY_COUNTERS memory{};
     GetProcessMemoryInfo(GetCurrentProcess(), &memory, sizeof memory);
-    Tell("peak KiB", static_cast<double>(memory.PeakWorkingSetSize) / 1024);
+    Record("peak KiB", static_cast<double>(memory.PeakWorkingSetSize) / 1024);
     return 0;
 }

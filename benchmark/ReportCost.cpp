@@ -1,9 +1,9 @@
-// The report, as the print dialog makes it once the user has chosen a printer.
+// Measures the report as the print dialog prints it after the user has chosen a printer.
 #include "benchmark/Measure.h"
 
 #include "data/DataInterface.h"
 #include "forms/print/frmInterval.h"
-#include "platform/Conversions.h"
+#include "platform/system/Conversions.h"
 
 namespace {
 
@@ -14,7 +14,7 @@ void Choose(frmInterval& dialog, std::size_t index, const DayEntry& day)
     dialog.Combo3[index].SetListIndex(day.day - 1);
 }
 
-/// The rows without paper: looking up each day and forming its texts.
+/// Builds the rows without printing them: finds each day and formats its texts.
 void WorkOutRows(const DayEntry& first, const DayEntry& last)
 {
     const auto day = [](const DayEntry& entry) {
@@ -24,12 +24,12 @@ void WorkOutRows(const DayEntry& first, const DayEntry& last)
     for (auto date = day(first); date <= day(last); date += std::chrono::days(1)) {
         sum += RowOfDay(date).amount;
     }
-    Tell("sum", sum);
+    Record("sum", sum);
 }
 
-/// The words of the rows and of the table's heading, page by page, by the system's own calls: no rules, no shading,
-/// nothing measured. What this takes, every program takes that prints these pages here.
-void PrintWords(const wchar_t* printer)
+/// Prints the words of the rows and of the table's heading with plain GDI calls, without lines, shading and text
+/// measurement. Every program that prints these pages needs at least this time.
+void PrintWords(const wchar_t* printer, int entries)
 {
     constexpr int rowsOnPage = 42;
     constexpr int rowHeight = 128; // dots of the printer, as are all positions here
@@ -43,14 +43,14 @@ void PrintWords(const wchar_t* printer)
     HFONT plain = font(FW_NORMAL);
     HFONT bold = font(FW_BOLD);
     const auto job = OpenPrintJob({.name = printer}, L"Words");
-    for (int i = 0; i < DataInterface::dayCount; i += rowsOnPage) {
+    for (int i = 0; i < entries; i += rowsOnPage) {
         const HDC page = static_cast<HDC>(job->StartPage());
         SelectObject(page, bold);
         text(page, 600, 400, L"Date");
         text(page, 1200, 400, L"km");
         text(page, 2800, 400, L"Route");
         SelectObject(page, plain);
-        for (int row = 0; row < rowsOnPage && i + row < DataInterface::dayCount; ++row) {
+        for (int row = 0; row < rowsOnPage && i + row < entries; ++row) {
             const DayEntry& entry = DataInterface::days[static_cast<std::size_t>(i) + static_cast<std::size_t>(row)];
             const int y = 400 + (row + 1) * rowHeight;
             text(page, 600, y, L"2004-02-12");
@@ -68,23 +68,24 @@ void PrintWords(const wchar_t* printer)
 
 } // namespace
 
-void MeasureWords(const wchar_t* printer)
+void MeasureWords(const wchar_t* printer, int entries)
 {
     DataInterface::LoadJournal();
-    Measure("words", [&] { PrintWords(printer); });
+    Record("ready", entries);
+    Measure("words", [=] { PrintWords(printer, entries); });
 }
 
-void MeasureReport(const wchar_t* printer)
+void MeasureReport(const wchar_t* printer, int entries)
 {
     DataInterface::LoadJournal();
-    Tell("entries", DataInterface::dayCount);
     const DayEntry& newest = DataInterface::days.front();
-    const DayEntry& oldest = DataInterface::days[static_cast<std::size_t>(DataInterface::dayCount) - 1];
-    const auto dialog = The<frmInterval>();
+    const DayEntry& oldest = DataInterface::days[static_cast<std::size_t>(entries) - 1];
+    const auto dialog = Instance<frmInterval>();
     dialog->Load();
     Choose(*dialog, 0, oldest);
     Choose(*dialog, 1, newest);
     Measure("report rows", [&] { WorkOutRows(oldest, newest); });
+    Record("ready", entries);
     Measure("report", [&] {
         dialog->SelectPrinter(Printer(OpenPrintJob({.name = printer}, L"Odomira")));
         dialog->PrintJournal();

@@ -1,9 +1,8 @@
-// odomira_stopwatch ROUNDS COMMAND...: starts each command in turn, as many rounds as asked for, and closes it again
-// when its window can be used. For every start a line "command number <tab> milliseconds <tab> peak KiB <tab>
-// contents": contents is the number of characters in its edits and of lines in its lists, a proof that the window shows
-// its file.
+// odomira_stopwatch ROUNDS COMMAND...: starts each command in turn, ROUNDS times, and closes it when its window can be
+// used. For every start it prints "command number <tab> milliseconds <tab> peak KiB <tab> contents". Contents is the
+// number of characters in edits plus the number of lines in lists; it proves that the window shows its file.
 //
-// A window can be used when it is visible and its program, with nothing left to do, has answered a message.
+// A window can be used when it is visible and its program, once idle, has answered a message.
 #include "benchmark/Measure.h"
 
 #include <psapi.h>
@@ -16,7 +15,7 @@
 
 namespace {
 
-constexpr DWORD patience = 60000;
+constexpr DWORD timeout = 60000;
 
 struct CloseObject {
     void operator()(HANDLE object) const noexcept { CloseHandle(object); }
@@ -81,10 +80,10 @@ bool Start(int number, std::wstring command)
     }
     const Owned process(started.hProcess);
     const Owned thread(started.hThread);
-    WaitForInputIdle(process.get(), patience);
+    WaitForInputIdle(process.get(), timeout);
     HWND window = WindowOf(started.dwProcessId);
     DWORD_PTR answer = 0;
-    SendMessageTimeoutW(window, WM_NULL, 0, 0, SMTO_NORMAL, patience, &answer);
+    SendMessageTimeoutW(window, WM_NULL, 0, 0, SMTO_NORMAL, timeout, &answer);
     const double taken = Now() - begin;
 
     LRESULT contents = 0;
@@ -95,7 +94,7 @@ bool Start(int number, std::wstring command)
                 static_cast<long>(contents));
     std::fflush(stdout);
     PostMessageW(window, WM_CLOSE, 0, 0);
-    return WaitForSingleObject(process.get(), patience) == WAIT_OBJECT_0;
+    return WaitForSingleObject(process.get(), timeout) == WAIT_OBJECT_0;
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-// The main window, used as a user does: real clicks on real controls, until everything is painted again.
+// Measures the main window: mouse clicks and button presses, until all windows are painted.
 #include "benchmark/Measure.h"
 
 #include "app/Module1.h"
@@ -17,16 +17,16 @@
 
 namespace {
 
-constexpr double patience = 5000; // milliseconds
+constexpr double timeout = 5000; // milliseconds
 
-/// Has every window of the form paint what is still to be painted.
+/// Paints all invalid areas of the form.
 void Paint()
 {
-    RedrawWindow(Module1::mainWindow->Handle(), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+    RedrawWindow(Instance<frmMain>()->Handle(), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
     GdiFlush();
 }
 
-/// Lets the program come to rest: the system keeps a timer's message back until there is no other.
+/// Waits until the program is idle: WM_TIMER has the lowest priority.
 void Rest()
 {
     constexpr UINT milliseconds = 10;
@@ -58,7 +58,7 @@ std::vector<int> Months(const TreeView& tree)
 POINT MiddleOf(HWND tree, HTREEITEM node)
 {
     RECT area{};
-    std::memcpy(&area, &node, sizeof(void*)); // the question and its answer share the place
+    std::memcpy(&area, &node, sizeof(void*)); // TVM_GETITEMRECT reads the node from the buffer for the rectangle
     SendMessageW(tree, TVM_GETITEMRECT, TRUE, reinterpret_cast<LPARAM>(&area));
     POINT middle{(area.left + area.right) / 2, (area.top + area.bottom) / 2};
     ClientToScreen(tree, &middle);
@@ -80,8 +80,8 @@ std::wstring FirstLine(const ListBox& list)
     return list.ListCount() > 0 ? list.List(0) : std::wstring();
 }
 
-/// A month that is not on show is scrolled to first, as a user does, and another one chosen, so that there is something
-/// to change.
+/// Clicks a month. Before, the month is scrolled into view and another month is selected, so that the click changes the
+/// list.
 void MeasureMonthClick(frmMain& form, int month, int other)
 {
     HWND tree = form.TreeView1.Handle();
@@ -100,7 +100,7 @@ void MeasureMonthClick(frmMain& form, int month, int other)
         PressMouse();
         do {
             DoEvents();
-        } while (FirstLine(form.List1) == before && Now() - begin < patience);
+        } while (FirstLine(form.List1) == before && Now() - begin < timeout);
         Paint();
     });
     if (form.TreeView1.SelectedNode() != month || FirstLine(form.List1) == before) {
@@ -108,9 +108,9 @@ void MeasureMonthClick(frmMain& form, int month, int other)
     }
 }
 
-/// Answers the question of a command with Yes and notes when the command begins to change a window: what lies between
-/// is the closing of the question, which is the system's. The question runs a loop of its own, so all is prepared
-/// before.
+/// Answers the message box of a command with Yes, and records when the command begins to change a window. The time
+/// between is that of closing the box, which is work of Windows. The box runs a message loop of its own, so hooks do
+/// both.
 class YesToTheQuestion {
 public:
     explicit YesToTheQuestion(HWND changed)
@@ -145,7 +145,7 @@ private:
     {
         const auto& sent = *reinterpret_cast<const CWPSTRUCT*>(lParam);
         if (code >= 0 && sent.hwnd == window && (sent.message == LB_RESETCONTENT || sent.message == WM_SETREDRAW)) {
-            // A hook makes every message dearer, so none is left when the clock starts.
+            // A hook slows every message, so both are removed before the clock starts.
             UnhookWindowsHookEx(std::exchange(activation, nullptr));
             UnhookWindowsHookEx(std::exchange(messages, nullptr));
             begin = Now();
@@ -161,7 +161,7 @@ private:
     static inline HHOOK messages = nullptr;
 };
 
-/// Deletes the first day of the month on show: the tree is rebuilt, the month found again and listed.
+/// Deletes the first day of the listed month. The program rebuilds the tree, finds the month and lists it.
 void MeasureDeletion(frmMain& form)
 {
     form.List1.SetListIndex(0);
@@ -172,7 +172,7 @@ void MeasureDeletion(frmMain& form)
     SendMessageW(form.deleteButton.Handle(), BM_CLICK, 0, 0);
     DoEvents();
     Paint();
-    Tell("rebuild", Now() - YesToTheQuestion::Begin());
+    Record("rebuild", Now() - YesToTheQuestion::Begin());
     if (DataInterface::dayCount != before - 1 || YesToTheQuestion::Begin() == 0) {
         throw std::runtime_error("no day was deleted");
     }
@@ -184,14 +184,14 @@ void MeasureDeletion(frmMain& form)
 void MeasureWindow(int rounds)
 {
     Module1::LoadSettings();
-    frmMain& form = *Module1::mainWindow;
+    frmMain& form = *Instance<frmMain>();
     SetForegroundWindow(form.Handle());
-    SetDoubleClickTime(1); // clicks here follow each other quicker than a user's
+    SetDoubleClickTime(1); // the clicks of the measurement must not become double-clicks
     Rest();
-    Tell("entries", DataInterface::dayCount);
+    Record("entries", DataInterface::dayCount);
     const std::vector<int> months = Months(form.TreeView1);
     for (int round = 0; round < rounds; ++round) {
-        // Across the whole tree.
+        // Months from the whole tree.
         const std::size_t at = static_cast<std::size_t>(round) * months.size() / static_cast<std::size_t>(rounds);
         MeasureMonthClick(form, months[at], months[(at + 1) % months.size()]);
         MeasureDeletion(form);

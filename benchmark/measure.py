@@ -1,12 +1,16 @@
-"""measure.py [ROUNDS]: takes every measurement of ./bench, prints the table and draws how the cost grows.
+"""measure.py [--record] [ROUNDS]: runs all measurements of ./bench, prints the table and draws the growth of the costs.
 
-Whatever is compared is run in turn, ROUNDS times each (a quarter of that for the long ones), in one run on one machine; what is told is
-the median. Where the user may, everything runs at a high priority, so that other work of the computer weighs less.
+The results are in build/bench.md and build/growth.svg; --record also copies them to docs/.
+
+Programs that are compared run in turn on one machine, ROUNDS times each (long ones a quarter of that). The result is the
+median. If the user has the right, all programs run at a high priority, so that other processes have less effect.
 """
+import argparse
 import contextlib
 import csv
 import glob
 import os
+import re
 import shutil
 import statistics
 import subprocess
@@ -18,32 +22,38 @@ import plot
 
 HERE = os.path.dirname(os.path.abspath(__file__))
 PROJECT = os.path.dirname(HERE)
-sys.path.insert(0, os.path.join(PROJECT, "tests", "machine"))
-from machine import Machine, end_politely_when_told, wait_until  # noqa: E402
+sys.path.insert(0, os.path.join(PROJECT, "tools", "machine"))
+from machine import Machine, exit_on_signals, wait_until  # noqa: E402
 
 RELEASE = os.path.join(PROJECT, "build", "release")
 TOOLS = os.path.join(RELEASE, "benchmark")
 JOURNAL = os.path.join(PROJECT, "tests", "samples", "full-20480.jrn")
-PLOT = os.path.join(PROJECT, "docs", "images", "growth.svg")
+TABLE = os.path.join(PROJECT, "build", "bench.md")
+PLOT = os.path.join(PROJECT, "build", "growth.svg")
+RECORD = os.path.join(PROJECT, "docs", "performance.md")
+RECORDED_PLOT = os.path.join(PROJECT, "docs", "images", "growth.svg")
+TABLE_HEAD = "| what | Odomira | compared with | its value | ratio | target |"
 SIZES = [100, 300, 1000, 3000, 10000, 20480]
 FOLDER = "C:\\Bench"
 HEADER = 2     # lines of the journal file that are no entries
 FRAME = 16.0   # milliseconds
-PATIENCE = 1200
+TIMEOUT = 120
 
 
-def numbers(machine, *command):
-    """What a program of this folder tells: {name: [numbers]}."""
+def numbers(machine, *command, at=None):
+    """Runs a program and returns its results: {name: [numbers]}. The dictionary at gets the time of each name."""
     answer = machine.start(command, stdout=subprocess.PIPE, text=True)
-    told = {}
+    results = {}
     for line in answer.stdout:
         name, _, number = line.rstrip().partition("\t")
         if not number:
             sys.exit(f"bench: {' '.join(command)}: {line}")
-        told.setdefault(name, []).append(float(number))
+        results.setdefault(name, []).append(float(number))
+        if at is not None:
+            at[name] = time.monotonic()
     if answer.wait() != 0:
         sys.exit(f"bench: {' '.join(command)} ended with {answer.returncode}")
-    return told
+    return results
 
 
 def place_journal(machine, entries):
@@ -55,10 +65,10 @@ def place_journal(machine, entries):
 
 def measured(machine, what, entries, rounds):
     place_journal(machine, entries)
-    told = numbers(machine, FOLDER + "\\odomira_bench.exe", what, str(rounds))
-    if told["entries"] != [entries]:
-        sys.exit(f"bench: {told['entries']} entries instead of {entries}")
-    return told
+    results = numbers(machine, FOLDER + "\\odomira_bench.exe", what, str(rounds))
+    if results["entries"] != [entries]:
+        sys.exit(f"bench: {results['entries']} entries instead of {entries}")
+    return results
 
 
 def middle(values):
@@ -66,12 +76,12 @@ def middle(values):
 
 
 def ratio(ours, theirs):
-    """Of the pairs that were measured one after the other: what disturbs a pair disturbs both."""
+    """The median of the ratios of values measured in succession, which a disturbance affects alike."""
     return statistics.median(a / b for a, b in zip(ours, theirs))
 
 
 class Watch(threading.Thread):
-    """The peak memory of the programs that turn this machine's print jobs into PDF, while it runs."""
+    """Measures the peak memory of the programs that convert this machine's print jobs to PDF."""
 
     def __init__(self, folder):
         super().__init__(daemon=True)
@@ -90,16 +100,29 @@ class Watch(threading.Thread):
             time.sleep(0.05)
 
 
-def journal_rows():
-    """The rows of the report as a sheet has them: date, distance, route."""
+def journal_rows(entries):
+    """The rows of the report as those of a spreadsheet: date, distance, route."""
     with open(JOURNAL, encoding="cp1252", newline="") as file:
-        for line in list(file)[HEADER:]:
+        for line in list(file)[HEADER:HEADER + entries]:
             line = line.rstrip("\r\n")
             yield line[:10], line[11:17].strip(), line[18:]
 
 
+class Print:
+    """One printed report: the results of the program, the seconds until its PDF exists, and the PDF's size and pages."""
+
+    def __init__(self, seconds, pdf, results=None, peak=0):
+        self.seconds, self.results, self.peak = seconds, results, peak
+        self.bytes = os.path.getsize(pdf)
+        self.pages = int(re.search(r"^Pages: +(\d+)", output("pdfinfo", pdf), re.MULTILINE)[1])
+
+
+def output(*command):
+    return subprocess.run(command, check=True, stdout=subprocess.PIPE, text=True).stdout
+
+
 def office(folder, source):
-    """LibreOffice turns the rows into a PDF; returns (seconds, peak KiB, bytes of the file)."""
+    """Converts the rows to PDF with LibreOffice, without a window and without the print queue."""
     target = os.path.join(folder, "office")
     shutil.rmtree(target, ignore_errors=True)
     begin = time.monotonic()
@@ -111,26 +134,55 @@ def office(folder, source):
     taken = time.monotonic() - begin
     made = glob.glob(os.path.join(target, "*.pdf"))
     if status != 0 or not made:
-        sys.exit("bench: LibreOffice made no PDF")
-    return taken, usage.ru_maxrss, os.path.getsize(made[0])
+        sys.exit("bench: LibreOffice created no PDF")
+    return Print(taken, made[0], peak=usage.ru_maxrss)
 
 
-def printed(machine, what):
-    """Prints into the queue; returns (what was told, seconds until the PDF is there, peak KiB of its maker, bytes)."""
-    folder = machine.environment["ODOMIRA_PRINTED"]
-    before = set(glob.glob(folder + "/*.pdf"))
-    watch = Watch(folder)
+def documents(machine):
+    return set(glob.glob(machine.environment["ODOMIRA_PRINTED"] + "/*.pdf"))
+
+
+def next_document(machine, before):
+    return wait_until(lambda: documents(machine) - before, TIMEOUT, "printed document").pop()
+
+
+def printed(machine, what, entries):
+    """Prints the newest entries. The clock starts when the program has loaded its journal."""
+    before = documents(machine)
+    watch = Watch(machine.environment["ODOMIRA_PRINTED"])
     watch.start()
-    begin = time.monotonic()
-    told = numbers(machine, FOLDER + "\\odomira_bench.exe", what, "Paper")
-    made = wait_until(lambda: set(glob.glob(folder + "/*.pdf")) - before, PATIENCE, "printed document").pop()
-    taken = time.monotonic() - begin
+    moments = {}
+    results = numbers(machine, FOLDER + "\\odomira_bench.exe", what, "Paper", str(entries), at=moments)
+    made = next_document(machine, before)
+    taken = time.monotonic() - moments["ready"]
     watch.over = True
     watch.join()
-    return told, taken, watch.peak, os.path.getsize(made)
+    return Print(taken, made, results, watch.peak)
 
 
-# ---- the measurements: each returns rows (what, ours, beside what, theirs, ratio, target) ----
+def notepad(machine, file):
+    """Prints a file with notepad on the same printer. The clock starts when OK is pressed in the printer dialog."""
+    before = documents(machine)
+    process = machine.start(["notepad.exe", "/p", file])
+
+    def dialog():
+        return machine.display.xdotool("search", "--onlyvisible", "--name", "^Print$")
+    window = wait_until(dialog, TIMEOUT, "dialog").split()[0]
+    while dialog():
+        # A key that comes before the dialog has the focus is lost.
+        machine.display.xdotool("windowactivate", window)
+        time.sleep(0.5)
+        begin = time.monotonic()
+        machine.display.xdotool("key", "Return")
+        time.sleep(0.1)
+    made = next_document(machine, before)
+    taken = time.monotonic() - begin
+    machine.run(["taskkill", "/f", "/im", "notepad.exe"], stdout=subprocess.DEVNULL)  # Wine's keeps its window open
+    process.wait()
+    return Print(taken, made)
+
+
+# ---- the measurements: each returns rows (what, ours, compared with, theirs, ratio, target) ----
 
 def start(rounds):
     with Machine() as machine:
@@ -145,72 +197,89 @@ def start(rounds):
         lines = [line.split("\t") for line in answer.stdout]
         if answer.wait() != 0:
             sys.exit("bench: a program does not start")
-    # The first round finds nothing in the memory of the computer.
+    # In the first round the files are not in the cache of the host.
     lines = lines[len(commands):]
     times = [[float(line[1]) for line in lines if int(line[0]) == number] for number in range(len(commands))]
     peaks = [middle([int(line[2]) for line in lines if int(line[0]) == number]) for number in range(len(commands))]
     contents = [{int(line[3]) for line in lines if int(line[0]) == number} for number in (2, 3)]
     if min(map(min, contents)) == 0:
-        sys.exit("bench: a window was counted as usable that showed nothing yet")
+        sys.exit("bench: an empty window was counted as usable")
     bare, controls, pad, ours = times
     size = os.path.getsize(os.path.join(RELEASE, "odomira.exe"))
     name = "start to a usable window"
-    return [(name, ms(ours), "a bare window", ms(bare), ratio(ours, bare), "1.5"),
-            (name, ms(ours), "a bare window with these controls", ms(controls), ratio(ours, controls), ""),
+    return [(name, ms(ours), "a bare window", ms(bare), ratio(ours, bare), ""),
+            (name, ms(ours), "a bare window with these controls", ms(controls), ratio(ours, controls), "1.35"),
             (name, ms(ours), "notepad with the same file", ms(pad), ratio(ours, pad), "1"),
-            ("peak working set", kib(peaks[3]), "notepad with the same file", kib(peaks[2]), peaks[3] / peaks[2], ""),
+            ("peak working set", kib(peaks[3]), "notepad with the same file", kib(peaks[2]), peaks[3] / peaks[2], "1"),
             ("program file", kib(size / 1024), "notepad", kib(notepad / 1024), size / notepad, "")]
 
 
-def journal(told):
-    return [("load", ms(told["load"]), "bare conversions of the fields", ms(told["bare load"]),
-             ratio(told["load"], told["bare load"]), "2"),
-            ("save", ms(told["save"]), "bare conversions of the fields", ms(told["bare save"]),
-             ratio(told["save"], told["bare save"]), "2")]
+def journal(results):
+    return [("load", ms(results["load"]), "bare conversions of the fields", ms(results["bare load"]),
+             ratio(results["load"], results["bare load"]), "0.6"),
+            ("save", ms(results["save"]), "bare conversions of the fields", ms(results["bare save"]),
+             ratio(results["save"], results["bare save"]), "0.4")]
 
 
-def window(told):
-    return [("rebuild of tree and list after a change", ms(told["rebuild"]), "a frame", "16 ms",
-             middle(told["rebuild"]) / FRAME, "1"),
-            ("click on a month", ms(told["month click"]), "a frame", "16 ms", middle(told["month click"]) / FRAME, "1")]
+def window(results):
+    return [("rebuild of tree and list after a change", ms(results["rebuild"]), "a frame", "16 ms",
+             middle(results["rebuild"]) / FRAME, "1"),
+            ("click on a month", ms(results["month click"]), "a frame", "16 ms",
+             middle(results["month click"]) / FRAME, "1")]
 
 
-def report(rounds):
+def per_page(what, ours, theirs):
+    """Rows that compare the costs of one page with those of notepad."""
+    name = "notepad, the same rows"
+    costs = [[[one.seconds * 1000 / one.pages for one in both] for both in (ours, theirs)],
+             [[one.bytes / 1024 / one.pages for one in both] for both in (ours, theirs)]]
+    return [(what + ": a page", ms(costs[0][0]), name, ms(costs[0][1]), ratio(*costs[0]), "1"),
+            (what + ": size of a page", kib(middle(costs[1][0]), 1), name, kib(middle(costs[1][1]), 1), ratio(*costs[1]),
+             "1")]
+
+
+def report(what, entries, rounds, office_target):
+    """The report of the newest entries, beside notepad and LibreOffice with the same rows."""
     with Machine(printer=True) as machine:
         machine.install(os.path.join(TOOLS, "odomira_bench.exe"), FOLDER)
         place_journal(machine, SIZES[-1])
+        rows = list(journal_rows(entries))
         sheet = os.path.join(machine.folder, "rows.csv")
         with open(sheet, "w", encoding="utf-8", newline="") as file:
-            csv.writer(file).writerows([("Date", "km", "Route"), *journal_rows()])
-        few = os.path.join(machine.folder, "few.csv")
-        shutil.copy(sheet, few)
-        office(machine.folder, few)  # makes the profile of its user, once in a lifetime
-        ours, theirs, words = [], [], []
+            csv.writer(file).writerows([("Date", "km", "Route"), *rows])
+        with open(os.path.join(machine.path(FOLDER), "rows.txt"), "w", encoding="cp1252", newline="\r\n") as file:
+            file.writelines(f"{date} {distance:>8} {route}\n" for date, distance, route in rows)
+        office(machine.folder, sheet)  # creates its user profile, which is not measured
+        ours, pad, calc, words = [], [], [], []
         for _ in range(rounds):
-            ours.append(printed(machine, "report"))
-            words.append(printed(machine, "words"))
-            theirs.append(office(machine.folder, sheet))
-    spooled = [one[0]["report"][0] for one in ours]
-    bare = [one[0]["words"][0] for one in words]
-    rows = [one[0]["report rows"][0] for one in ours]
-    times = [[one[at] for one in both] for at, both in ((1, ours), (0, theirs))]
-    peaks = [middle([one[0]["peak KiB"][0] for one in ours]), middle([one[1] for one in theirs])]
-    makers = middle([one[2] for one in ours])
-    sizes = [middle([one[3] for one in ours]) / 1024, middle([one[2] for one in theirs]) / 1024]
-    soffice = "LibreOffice, rows as CSV"
-    return [("report of 56 years: rows worked out", ms(rows), "", "", None, ""),
-            ("report of 56 years: into the queue", ms(spooled), "only its words, by bare calls", ms(bare),
-             ratio(spooled, bare), ""),
-            ("report of 56 years: until the PDF", seconds(times[0]), soffice, seconds(times[1]), ratio(*times), "1"),
-            ("report of 56 years: peak memory", kib(peaks[0]), soffice, kib(peaks[1]), peaks[0] / peaks[1], ""),
-            ("the same, of the printer's PDF maker", kib(makers), soffice, kib(peaks[1]), makers / peaks[1], ""),
-            ("report of 56 years: file", kib(sizes[0]), soffice, kib(sizes[1]), sizes[0] / sizes[1], "")]
+            ours.append(printed(machine, "report", entries))
+            pad.append(notepad(machine, FOLDER + "\\rows.txt"))
+            calc.append(office(machine.folder, sheet))
+            words.append(printed(machine, "words", entries))
+    times = [[one.seconds for one in some] for some in (ours, pad, calc)]
+    spooled = [[one.results[name][0] for one in some] for some, name in ((ours, "report"), (words, "words"))]
+    lines = [(what + ", until the PDF is there", seconds(times[0]), f"notepad, the same rows on {pad[0].pages} pages",
+              seconds(times[1]), ratio(times[0], times[1]), ""),
+             (what + f", {ours[0].pages} pages", seconds(times[0]), "LibreOffice, rows as CSV", seconds(times[2]),
+              ratio(times[0], times[2]), office_target),
+             *per_page(what, ours, pad),
+             (what + ": into the queue", ms(spooled[0]), "its text alone, by bare calls", ms(spooled[1]),
+              ratio(*spooled), "")]
+    if entries == SIZES[-1]:
+        peaks = [middle(values) for values in ([one.results["peak KiB"][0] for one in ours], [one.peak for one in calc],
+                                               [one.peak for one in ours])]
+        lines += [(what + ": rows formed", ms([one.results["report rows"][0] for one in ours]), "", "", None, ""),
+                  (what + ": peak memory", kib(peaks[0]), "LibreOffice, rows as CSV", kib(peaks[1]), peaks[0] / peaks[1],
+                   ""),
+                  ("the same, of the PDF converter", kib(peaks[2]), "LibreOffice, rows as CSV", kib(peaks[1]),
+                   peaks[2] / peaks[1], "")]
+    return lines
 
 
-def adding(told):
-    total = middle(told["add all"])
-    return [(f"adding {SIZES[-1]:,} days one by one", ms(told["add all"]), "", f"{total / SIZES[-1] * 1000:.0f} µs a day",
-             None, "")]
+def adding(results):
+    total = middle(results["add all"])
+    return [(f"adding {SIZES[-1]:,} days one by one", ms(results["add all"]), "",
+             f"{total / SIZES[-1] * 1000:.0f} µs a day", None, "")]
 
 
 # ---- the table ----
@@ -221,24 +290,39 @@ def ms(values):
 
 
 def seconds(values):
-    return f"{middle(values):.1f} s"
+    return f"{middle(values):.2f} s"
 
 
-def kib(value):
-    return f"{value:,.0f} KiB"
+def kib(value, decimals=0):
+    return f"{value:,.{decimals}f} KiB"
 
 
 def table(rows):
-    lines = ["| what | Odomira | beside | there | ratio | target |", "|---|--:|---|--:|--:|--:|"]
+    lines = [TABLE_HEAD, "|---|--:|---|--:|--:|--:|"]
     for what, ours, beside, theirs, quotient, target in rows:
         lines.append(f"| {what} | {ours} | {beside} | {theirs} | {'' if quotient is None else f'{quotient:.2f}'} "
                      f"| {'≤ ' + target if target else ''} |")
     return "\n".join(lines)
 
 
+def record(text):
+    """Replaces the table and the picture in docs/."""
+    with open(RECORD, encoding="utf-8") as file:
+        lines = file.read().split("\n")
+    start = lines.index(TABLE_HEAD)
+    end = next(at for at in range(start, len(lines)) if not lines[at].startswith("|"))
+    with open(RECORD, "w", encoding="utf-8") as file:
+        file.write("\n".join(lines[:start] + text.split("\n") + lines[end:]))
+    shutil.copyfile(PLOT, RECORDED_PLOT)
+
+
 def main():
-    end_politely_when_told()
-    rounds = int(sys.argv[1]) if len(sys.argv) > 1 else 9
+    exit_on_signals()
+    parser = argparse.ArgumentParser()
+    parser.add_argument("--record", action="store_true")
+    parser.add_argument("rounds", nargs="?", type=int, default=9)
+    options = parser.parse_args()
+    rounds = options.rounds
     with contextlib.suppress(PermissionError):
         os.nice(-19)
     rows = []
@@ -250,19 +334,23 @@ def main():
         for entries in SIZES:
             print(f"A journal of {entries} entries", flush=True)
             full = entries == SIZES[-1]
-            told = measured(machine, "journal", entries, rounds)
-            told |= measured(machine, "window", entries, rounds)
-            told |= measured(machine, "adding", entries, max(1, rounds // 4))
+            results = measured(machine, "journal", entries, rounds)
+            results |= measured(machine, "window", entries, rounds)
+            results |= measured(machine, "adding", entries, max(1, rounds // 4))
             for name, series in costs.items():
-                series.append((entries, middle(told[name])))
+                series.append((entries, middle(results[name])))
             if full:
-                rows += journal(told) + window(told) + adding(told)
+                rows += journal(results) + window(results) + adding(results)
     plot.draw(PLOT, costs, FRAME)
-    print("Printing", flush=True)
-    rows += report(max(1, rounds // 4))
+    for what, entries, times, target in (("a month", 31, rounds, "1"), ("a year", 366, rounds, "1"),
+                                         ("56 years", SIZES[-1], max(1, rounds // 4), "")):
+        print("Printing " + what, flush=True)
+        rows += report("report of " + what, entries, times, target)
     text = table(rows)
-    with open(os.path.join(PROJECT, "build", "bench.md"), "w", encoding="utf-8") as file:
+    with open(TABLE, "w", encoding="utf-8") as file:
         file.write(text + "\n")
+    if options.record:
+        record(text)
     print(text)
 
 

@@ -1,4 +1,4 @@
-"""Draws how costs grow with the journal: entries to the right, milliseconds upwards, both logarithmic."""
+"""Draws the growth of costs with the journal: entries on the x-axis, milliseconds on the y-axis, both logarithmic."""
 import math
 import os
 
@@ -9,7 +9,7 @@ STYLE = "font-family='sans-serif' font-size='13'"
 
 
 def draw(path, costs, frame):
-    """costs: {name: [(entries, milliseconds)]}; frame: milliseconds of a line to be marked."""
+    """costs: {name: [(entries, milliseconds)]}; frame: milliseconds of the marked line."""
     points = [point for series in costs.values() for point in series]
     first, last = min(x for x, _ in points), max(x for x, _ in points)
     low = 10 ** math.floor(math.log10(min(y for _, y in points)))
@@ -54,7 +54,7 @@ def short(number):
 
 
 def spread(places):
-    """Moves labels down that would lie on another."""
+    """Moves labels down that would overlap others."""
     moved, free = {}, -math.inf
     for name, place in sorted(places.items(), key=lambda item: item[1]):
         moved[name] = max(place, free)
