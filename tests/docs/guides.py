@@ -1,9 +1,9 @@
-"""What the guides quote, and what there is to quote: the program's table of texts, the setup's texts, and the messages that
-stand in the sources.
+"""Reads what the guides quote, and the texts that they may quote: the program's table of texts, the texts of the setup, and
+the messages in the sources.
 
-The guides follow one convention. What Odomira and its setup show on the screen is in bold, a path through the menus with " - "
-between the captions. Messages are in straight quotation marks. What Windows shows is in italics, and cannot be checked here.
-Links within a guide lead to the anchors in front of the headings, which are the same in every language.
+The guides follow one convention. Texts that Odomira and its setup show are in bold; a path through the menus has " - "
+between the captions. Messages are in straight quotation marks. Texts of Windows are in italics and are not checked. Links
+within a guide lead to the anchors before the headings, which are the same in every language.
 """
 import os
 import re
@@ -14,10 +14,10 @@ DOCS = os.path.join(PROJECT, "docs")
 LANGUAGES = {"en": "guide.md", "sv": "guide.sv.md"}
 PRODUCT = "Odomira"
 
-# Numbers of texts below this, within their form, are English; Swedish ones begin here.
+# The offset of the Swedish texts of a form from its English ones.
 SWEDISH = 100
 
-# Shorter pieces of the sources are no text for a user.
+# Shorter literals in the sources are not texts for users.
 SHORTEST_LITERAL = 4
 
 
@@ -31,7 +31,7 @@ def single_spaced(text):
 
 
 class Guide:
-    """One guide, as far as it can be checked."""
+    """The parts of a guide that can be checked."""
 
     def __init__(self, text):
         self.text = text
@@ -51,13 +51,13 @@ class Guide:
         self.odd_quotation_marks = text.count('"') % 2 == 1
 
     def section(self, anchor):
-        """The part that a window, or a subject, has for itself."""
+        """The section about a window or a subject."""
         begin = self.text.index(f'<a id="{anchor}"></a>')
         end = re.compile(r'^<a id="[a-z-]+"></a>\n\n## ', re.M).search(self.text, begin + 1)
         return Guide(self.text[begin:end.start() if end else None])
 
     def defaults(self):
-        """What Enter means, by the question: the rows of the table that says it."""
+        """The button that Enter presses for each question, from the table of the guide."""
         return dict(re.findall(r'^\| "([^"]+)" \| \*([^*]+)\* \|$', self.text, re.M))
 
 
@@ -74,14 +74,14 @@ def table_texts():
 
 
 def setup_texts():
-    """The setup's texts by language, without the marks of the keys."""
+    """The setup's texts by language, without the ampersands of access keys."""
     found = re.findall(r'^!insertmacro Text \w+ \\\n +"(.*)" \\\n +"(.*)"$', read("packaging", "setup", "texts.nsh"), re.M)
     found = [[re.sub(r"&(?=\w)", "", text) for text in texts] for texts in found]
     return {"en": {english for english, _ in found}, "sv": {swedish for _, swedish in found}}
 
 
 def sources():
-    """The texts of the program's own sources, without the tests'."""
+    """The texts of the program's sources, without its tests."""
     for folder, names, files in os.walk(PROJECT):
         if folder == PROJECT:
             names[:] = [name for name in names if not name.startswith(".") and name not in ("build", "tests", "benchmark")]
@@ -91,7 +91,7 @@ def sources():
 
 
 def source_literals():
-    """Every string literal of the sources, with blanks for line ends."""
+    """Every string literal of the sources, with spaces instead of line breaks."""
     literals = set()
     for text in sources():
         for literal in re.findall(r'"((?:[^"\\\n]|\\.)*)"', text):

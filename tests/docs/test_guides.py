@@ -1,4 +1,4 @@
-"""Holds the guides to the program: what they quote is what a user sees."""
+"""Checks that the texts that the guides quote are the texts that users see."""
 import os
 import re
 import unittest
@@ -16,7 +16,7 @@ class Quotations(unittest.TestCase):
         cls.vocabularies = {language: Vocabulary(language) for language in LANGUAGES}
 
     def wrong(self, language, text=None):
-        """What a guide, or a text, quotes that the program does not show."""
+        """The quotations of a guide, or of a text, that the program does not show."""
         guide = self.guides[language] if text is None else Guide(text)
         known = self.vocabularies[language]
         return ([one for one in guide.captions if not known.shows_caption(one)] +

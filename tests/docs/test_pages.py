@@ -1,4 +1,4 @@
-"""Holds the pages that are made of the guides: they need nothing beside them, and lead where they say."""
+"""Checks the pages that are generated from the guides: they need no other file, and their links have targets."""
 import html.parser
 import os
 import re
@@ -19,7 +19,7 @@ def make(language, guide, page, **environment):
 
 
 class Page(html.parser.HTMLParser):
-    """What a browser would find in a page."""
+    """The elements of a page, as a browser reads them."""
 
     def __init__(self, path):
         super().__init__()

@@ -1,11 +1,25 @@
 """The pages of setup and uninstaller, used with mouse and keyboard, in both languages."""
 import os
+import pathlib
+import re
 import subprocess
 import unittest
 
-from installed import KEY, VERSION, Installation, Wizard, until
+from installed import KEY, PROJECT, VERSION, Installation, Wizard, until
 
 SETUP = "odomira-setup-under-test.exe"
+
+
+def stored_settings():
+    """Section and name of every value that the sources of the program store."""
+    found = set()
+    for folder in ("app", "forms"):
+        for path in pathlib.Path(PROJECT, folder).rglob("*.cpp"):
+            source = path.read_text(encoding="utf-8")
+            own = re.search(r'section = L"(\w+)"', source)
+            for section, name in re.findall(r'SaveRegistryValue\((?:L"(\w+)"|section), L"(\w+)"', source):
+                found.add((section or own[1], name))
+    return found
 
 
 class Pages(Installation):
@@ -190,9 +204,12 @@ class English(Pages):
         self.assertEqual(self.program.journal, b"mine")
         self.assertEqual(self.program.setting("Settings", "Language"), "0")
 
-    def test_uninstalling_deletes_the_journal_only_after_choice_and_confirmation(self):
+    def test_uninstalling_deletes_journal_and_every_setting_only_after_choice_and_confirmation(self):
         self.install()
         self.program.journal = b"mine"
+        self.assertGreater(len(stored_settings()), 8)
+        for section, name in stored_settings():
+            self.program.set_setting(section, name, "mine")
         uninstaller = self.open_uninstaller()
         page = uninstaller.page("Keep the journal and the settings")
         page.control("Button", "&Permanently delete the journal and the settings").click()

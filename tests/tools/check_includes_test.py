@@ -1,4 +1,4 @@
-"""tools/check_includes.py on a copy of the program's own rooms, with a line planted in it."""
+"""Checks tools/check_includes.py with a copy of the program's rooms and an added line."""
 import os
 import pathlib
 import shutil
@@ -20,7 +20,7 @@ class RoomsAreKept(unittest.TestCase):
             shutil.copytree(TREE / room, self.copy / room)
 
     def plant(self, line):
-        """Adds a line behind the source; returns how the check names it."""
+        """Appends a line to the source; returns the beginning of the expected message."""
         with (self.copy / SOURCE).open('r+', encoding='utf-8') as source:
             number = len(source.readlines()) + 1
             source.write(line + '\n')

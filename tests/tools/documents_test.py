@@ -1,11 +1,12 @@
-"""Holds the pages for developers to the tree: the files, tests and entries that they name exist."""
+"""Checks that the files, tests and entries that the pages for developers name exist."""
 import pathlib
 import re
 import unittest
 
 TREE = pathlib.Path(__file__).resolve().parents[2]
 KEPT = 'docs/kept-on-purpose.md'
-PAGES = ('README.md', 'CONTRIBUTING.md', 'docs/architecture.md', 'docs/performance.md', KEPT, 'tools/machine/README.md')
+PAGES = ('README.md', 'CONTRIBUTING.md', 'docs/architecture.md', 'docs/packaging.md', 'docs/performance.md', KEPT,
+         'tools/machine/README.md')
 LINK = re.compile(r'\]\((?!https?:)([^)#]+)')
 PATH = re.compile(r'`((?:\.ci|app|benchmark|cmake|data|docs|forms|packaging|platform|resources|settings|tests|tools)'
                   r'/[\w./-]*)[^`]*`')
@@ -59,7 +60,7 @@ class DocumentsTest(unittest.TestCase):
         code = sources({'.cpp', '.h', '.rc'}, 'app', 'data', 'forms', 'platform', 'resources', 'settings')
         self.assertEqual({entry for text in code.values() for entry in REFERENCE.findall(text)}, entries)
         broken = [path for path, text in code.items() if text.count('Kept on purpose') != len(REFERENCE.findall(text))]
-        self.assertEqual(broken, [], 'a reference stands on one line')
+        self.assertEqual(broken, [], 'a reference must be on one line')
 
 
 if __name__ == '__main__':

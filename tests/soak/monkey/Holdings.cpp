@@ -174,6 +174,12 @@ void CountHandles(HANDLE process, Holdings& holdings)
 
 } // namespace
 
+bool Holdings::Exceed(const Holdings& other) const noexcept
+{
+    return windows > other.windows || gdiObjects > other.gdiObjects || userObjects > other.userObjects ||
+           registryKeys > other.registryKeys || otherHandles > other.otherHandles;
+}
+
 std::ostream& operator<<(std::ostream& out, const Holdings& holdings)
 {
     return out << "windows " << holdings.windows << ", GDI objects " << holdings.gdiObjects << ", user objects "

@@ -21,7 +21,8 @@ struct Holdings {
     int registryKeys = 0; ///< saving a setting leaves its key open
     int otherHandles = 0; ///< events, files, threads, processes
 
-    bool operator==(const Holdings&) const = default;
+    /// True if any of the numbers is greater than the other's.
+    bool Exceed(const Holdings& other) const noexcept;
 };
 
 std::ostream& operator<<(std::ostream& out, const Holdings& holdings);
