@@ -12,7 +12,6 @@ constexpr std::size_t mostCharacters = 6;
 constexpr std::array<double, mostCharacters> powersOfTen = {1, 10, 100, 1000, 10000, 100000};
 constexpr double firstOfSixDigits = 100000;
 constexpr double firstOfSevenDigits = 1000000;
-constexpr std::wstring_view digits = L"0123456789";
 
 } // namespace
 
@@ -22,20 +21,20 @@ std::optional<double> ReadPlainNumber(std::wstring_view text)
         return std::nullopt;
     }
     const std::wstring_view number = WithoutBlanks(text);
-    const std::size_t separator = number.find_first_not_of(digits);
-    const bool isWhole = separator == std::wstring_view::npos;
-    if (number.size() < (isWhole ? 1 : 2) || (!isWhole && number.substr(separator, 1) != DecimalSeparator())) {
-        return std::nullopt;
-    }
+    std::size_t separator = std::wstring_view::npos;
     std::int32_t value = 0;
     for (std::size_t i = 0; i < number.size(); ++i) {
-        if (i != separator) {
-            const std::size_t digit = digits.find(number[i]);
-            if (digit == std::wstring_view::npos) {
-                return std::nullopt;
-            }
-            value = value * 10 + static_cast<std::int32_t>(digit);
+        if (number[i] >= L'0' && number[i] <= L'9') {
+            value = value * 10 + (number[i] - L'0');
+        } else if (separator == std::wstring_view::npos && number.substr(i, 1) == DecimalSeparator()) {
+            separator = i;
+        } else {
+            return std::nullopt;
         }
+    }
+    const bool isWhole = separator == std::wstring_view::npos;
+    if (number.size() < (isWhole ? 1 : 2)) {
+        return std::nullopt;
     }
     // Both numbers are exact, so that their quotient is the nearest number to the decimal fraction.
     return value / powersOfTen[isWhole ? 0 : number.size() - separator - 1];

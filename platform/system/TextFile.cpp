@@ -19,8 +19,9 @@ constexpr std::size_t chunkBytes = 65536;
 struct SlotFile {
     OwnedHandle handle;
     Mode mode;
-    std::string chunk;    ///< the bytes of the last ReadFile
+    std::string chunk{};  ///< the bytes of the last ReadFile
     std::size_t next = 0; ///< position in chunk of the next byte
+    std::string line{};   ///< the last line read; its memory is used again for the next one
 };
 
 /// Its destructor closes the files that are open when the program ends.
@@ -106,8 +107,7 @@ void TextFile::OpenForInput(int slot, const std::wstring& path)
 {
     RequireFree(slot);
     slotFiles.emplace(
-        slot,
-        SlotFile{OpenPath(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, OPEN_EXISTING), Mode::Input, {}});
+        slot, SlotFile{OpenPath(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, OPEN_EXISTING), Mode::Input});
 }
 
 void TextFile::OpenForOutput(int slot, const std::wstring& path)
@@ -116,7 +116,7 @@ void TextFile::OpenForOutput(int slot, const std::wstring& path)
     // CREATE_ALWAYS would fail for a hidden file or a system file.
     OwnedHandle handle = OpenPath(path, GENERIC_WRITE, FILE_SHARE_READ, OPEN_ALWAYS);
     // Allocates memory before the file is truncated: a failure must leave the file whole.
-    const auto taken = slotFiles.emplace(slot, SlotFile{std::move(handle), Mode::Output, {}}).first;
+    const auto taken = slotFiles.emplace(slot, SlotFile{std::move(handle), Mode::Output}).first;
     if (SetEndOfFile(taken->second.handle.Get()) == 0) {
         CloseAndThrow(slot, GetLastError());
     }
@@ -129,7 +129,7 @@ void TextFile::OpenForAppend(int slot, const std::wstring& path)
     if (SetFilePointerEx(handle.Get(), LARGE_INTEGER{}, nullptr, FILE_END) == 0) {
         ThrowLastError();
     }
-    slotFiles.emplace(slot, SlotFile{std::move(handle), Mode::Output, {}});
+    slotFiles.emplace(slot, SlotFile{std::move(handle), Mode::Output});
 }
 
 bool TextFile::AtEndOfFile(int slot)
@@ -137,25 +137,25 @@ bool TextFile::AtEndOfFile(int slot)
     return !HasByte(RequireOpen(slot, Mode::Input));
 }
 
-std::string TextFile::ReadLine(int slot)
+const std::string& TextFile::ReadLine(int slot)
 {
     SlotFile& file = RequireOpen(slot, Mode::Input);
     if (!HasByte(file)) {
         throw RuntimeError(ErrorNumber::InputPastEndOfFile);
     }
-    std::string line;
+    file.line.clear();
     while (HasByte(file)) {
         const auto rest = std::string_view(file.chunk).substr(file.next);
         const auto text = std::ranges::find_if(rest, [](char byte) { return byte == '\r' || byte == '\n'; });
         const std::size_t end = file.next + static_cast<std::size_t>(text - rest.begin());
-        line.append(file.chunk, file.next, end - file.next);
+        file.line.append(file.chunk, file.next, end - file.next);
         file.next = end;
         if (end < file.chunk.size()) {
             SkipLineEnd(file);
             break;
         }
     }
-    return line;
+    return file.line;
 }
 
 void TextFile::Write(int slot, std::string_view bytes)

@@ -22,9 +22,9 @@ void OpenForAppend(int slot, const std::wstring& path);
 
 bool AtEndOfFile(int slot);
 
-/// The bytes of the next line without its line end, which is CR LF, LF or CR. The last line may have none. Throws
-/// InputPastEndOfFile.
-std::string ReadLine(int slot);
+/// The bytes of the next line without its line end, which is CR LF, LF or CR. The last line may have none. The
+/// reference is valid until the next call for this slot. Throws InputPastEndOfFile.
+const std::string& ReadLine(int slot);
 
 /// Writes the bytes. On failure the file is closed and the slot is free, so that the user can free disk space and save
 /// again.
