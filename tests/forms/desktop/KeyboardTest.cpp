@@ -45,7 +45,7 @@ std::string FocusIn(const Form& form)
     return found != controls.end() ? (*found)->Name() : "";
 }
 
-/// X11: a window gets the focus back some time after the window in front of it has closed.
+/// Wine: under X11 a window gets the focus back some time after the window in front of it has closed.
 void ExpectFocus(const Form& form, const std::string& name)
 {
     Await([&] { return FocusIn(form) == name; }, ("the focus in " + name).c_str());

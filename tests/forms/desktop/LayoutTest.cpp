@@ -40,8 +40,8 @@ bool Encloses(const RECT& outer, const RECT& inner)
            inner.bottom <= outer.bottom;
 }
 
-/// Waits until the dialog is on the screen, and returns its place. X11: for a moment after a window is opened, its
-/// place is reported as the corner of the screen, with the title bar above the screen.
+/// Waits until the dialog is on the screen, and returns its place. Wine: for a moment after a window is opened, X11
+/// reports the corner of the screen as its place.
 RECT PlaceOnScreen(const Form& dialog)
 {
     Await([&] { return Encloses(WorkArea(), PlaceOf(dialog.Handle())); }, "the dialog on the screen");
