@@ -203,7 +203,7 @@ protected:
         const std::wstring text = SumText(sum);
         ASSERT_TRUE(std::isinf(sum) ? text == L" \u221e" : IsAbout(WideNumberOf(text), sum))
             << testing::PrintToString(text);
-        constexpr std::int64_t drawnEvery = 50;
+        constexpr std::int64_t drawnEvery = 200;
         if (batches_ % drawnEvery == 0) {
             DrawReport(text);
         }
@@ -234,7 +234,7 @@ protected:
         const int index = static_cast<int>(batch_.size() - day);
         const std::wstring shown = Main().List1.List(index).substr(11, places);
         const bool hasExponent = shown.find(L'E') != std::wstring::npos;
-        const bool isSample = day == 1 && batches_ % 10 == 0;
+        const bool isSample = day == 1 && batches_ % 100 == 0;
         if ((!hasExponent && !isSample) || !edited_.insert(shown).second) {
             return;
         }
