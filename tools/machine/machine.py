@@ -51,8 +51,9 @@ def wine_environment(prefix, home, locale, display=None):
     """The caller's environment without the variables that would make machines differ."""
     env = {name: value for name, value in os.environ.items()
            if not name.startswith(("LC_", "WINE", "CUPS_")) and name not in ("LANG", "LANGUAGE", "DISPLAY", "XAUTHORITY")}
-    # No menu entries on the host, and no prompts to install components that this program does not use.
-    env.update(WINEPREFIX=prefix, WINEARCH="win64", WINEDEBUG=os.environ.get("WINEDEBUG", "-all"),
+    # No menu entries on the host, and no prompts to install components that this program does not use. Of Wine's messages
+    # only those about the machine, such as a display that cannot be used.
+    env.update(WINEPREFIX=prefix, WINEARCH="win64", WINEDEBUG=os.environ.get("WINEDEBUG", "-all,err+winediag"),
                WINEDLLOVERRIDES="winemenubuilder.exe,mscoree,mshtml=", HOME=home, LANG=locale, LC_ALL=locale)
     if display:
         env["DISPLAY"] = display
