@@ -10,6 +10,7 @@ import contextlib
 import csv
 import glob
 import os
+import pathlib
 import re
 import shutil
 import statistics
@@ -127,7 +128,7 @@ def office(folder, source):
     shutil.rmtree(target, ignore_errors=True)
     begin = time.monotonic()
     process = subprocess.Popen(
-        ["soffice", "-env:UserInstallation=file://" + os.path.join(folder, "profile"), "--headless", "--norestore",
+        ["soffice", "-env:UserInstallation=" + pathlib.Path(folder, "profile").as_uri(), "--headless", "--norestore",
          "--convert-to", "pdf:calc_pdf_Export", "--outdir", target, source],
         env=dict(os.environ, HOME=folder), stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
     _, status, usage = os.wait4(process.pid, 0)
