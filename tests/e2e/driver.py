@@ -295,8 +295,10 @@ class Program:
             for one in self.eyes.ask("windows", self.name):
                 if not one["owner"] and not one["message"]:
                     return Window(self, one["handle"])
+            if self.processes and self.processes[-1].poll() is not None:
+                raise AssertionError(f"the program ended with {self.processes[-1].returncode} and shows no main window")
             return None
-        return until(found, "main window", 60)
+        return until(found, "main window of the running program", 60)
 
     def dialog(self, title=None):
         """The topmost window that has an owner and is no message box."""
