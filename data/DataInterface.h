@@ -52,8 +52,8 @@ NumberArray GetMonthsOfYear(std::int16_t year);
 DayEntry GetDayEntry(std::int16_t year, std::int16_t month, std::int16_t day);
 
 /// Inserts an entry before the first older one, or before the last entry if none is older. The date may already have an
-/// entry. Throws Overflow if the journal is full.
-void AddDay(std::int16_t year, std::int16_t month, std::int16_t day, double distance, const std::wstring& route);
+/// entry. Throws Overflow if the journal is full. Allocates no memory after a DeleteDay.
+void AddDay(std::int16_t year, std::int16_t month, std::int16_t day, double distance, std::wstring route);
 
 /// Changes the distance and the route of the first entry of this date. Does nothing if there is none.
 void ReplaceDay(std::int16_t year, std::int16_t month, std::int16_t day, double distance, const std::wstring& route);
@@ -67,7 +67,7 @@ void DeleteDay(std::int16_t year, std::int16_t month, std::int16_t day);
 std::array<bool, 32> GetTakenDays(std::int16_t year, std::int16_t month);
 
 /// Replaces the journal by the content of "datasource.jrn" in the folder of the program. Creates the file if it does
-/// not exist. Shows a message for each line that cannot be read, and skips it.
+/// not exist. Shows a message for each line that cannot be read, and skips it. If it throws, the journal is as before.
 void LoadJournal();
 
 /// Overwrites the journal file. If it throws, journalChanged stays set and the file may contain only a part of the

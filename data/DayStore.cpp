@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <ranges>
 #include <span>
+#include <utility>
 
 namespace DataInterface {
 
@@ -136,10 +137,9 @@ DayEntry DataInterface::GetDayEntry(std::int16_t year, std::int16_t month, std::
     return found != Entries().end() ? *found : DayEntry{};
 }
 
-void DataInterface::AddDay(std::int16_t year, std::int16_t month, std::int16_t day, double distance,
-                           const std::wstring& route)
+void DataInterface::AddDay(std::int16_t year, std::int16_t month, std::int16_t day, double distance, std::wstring route)
 {
-    DayEntry entry{year, month, day, distance, route};
+    DayEntry entry{year, month, day, distance, std::move(route)};
     if (store.dayCapacity <= store.dayCount) {
         GrowStore();
     }

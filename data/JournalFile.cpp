@@ -8,6 +8,8 @@
 #include "platform/system/TextFile.h"
 #include "platform/windows/MsgBox.h"
 
+#include <utility>
+
 namespace {
 
 /// The file slot of the journal, for reading and writing.
@@ -103,12 +105,16 @@ bool DataInterface::FileExists(const std::wstring& path)
 
 void DataInterface::LoadJournal()
 {
-    store.journalChanged = false;
-    store.dayCapacity = firstCapacity;
-    store.dayCount = 0;
-    store.days.assign(firstCapacity + 1, DayEntry{});
-    store.journalPath = JournalPathIn(ProgramFolder());
-    ReadJournalFile(store.journalPath);
+    JournalStore empty;
+    empty.journalPath = JournalPathIn(ProgramFolder());
+    JournalStore former = std::exchange(store, std::move(empty));
+    try {
+        ReadJournalFile(store.journalPath);
+    } catch (...) {
+        // A save must not replace the file by the part of it that was read.
+        store = std::move(former);
+        throw;
+    }
 }
 
 void DataInterface::ReadJournalFile(const std::wstring& path)

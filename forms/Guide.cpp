@@ -5,6 +5,7 @@
 #include "platform/system/FileSystem.h"
 #include "platform/system/Shell.h"
 #include "platform/windows/Form.h"
+#include "platform/windows/ModalOwner.h"
 #include "platform/windows/MsgBox.h"
 
 #include <algorithm>
@@ -41,7 +42,7 @@ void ShowGuide(const Form& form, const std::wstring& anchor)
     const std::wstring path = PathIn(ProgramFolder(), guide.file);
     if (!FileExists(path)) {
         MsgBox(std::wstring(guide.missing) + L"\r\n\r\n" + path);
-    } else if (!ShellOpenPage(form.Handle(), path, anchor)) {
+    } else if (!AskOverForm([&] { return ShellOpenPage(form.Handle(), path, anchor); })) {
         MsgBox(std::wstring(guide.notOpened) + L"\r\n\r\n" + path);
     }
 }

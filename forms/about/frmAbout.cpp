@@ -6,6 +6,7 @@
 #include "platform/system/Application.h"
 #include "platform/system/Conversions.h"
 #include "platform/system/Shell.h"
+#include "platform/windows/ModalOwner.h"
 #include "platform/windows/MsgBox.h"
 #include "settings/TextIds.h"
 
@@ -92,7 +93,7 @@ void frmAbout::Label3_MouseMove()
 
 void frmAbout::Label3_Click()
 {
-    if (!ShellOpen(Handle(), product::homePage)) {
+    if (!AskOverForm([this] { return ShellOpen(Handle(), product::homePage); })) {
         // The same words in every language. Kept on purpose: "Texts stay as they are".
         MsgBox(L"Label3_Click: ShellExecute ERROR.\r\nCouldn't open browser. Please manually goto the adress:\r\n" +
                FromUserCodePage(product::homePage));

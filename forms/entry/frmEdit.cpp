@@ -5,6 +5,8 @@
 #include "platform/system/Conversions.h"
 #include "settings/TextIds.h"
 
+#include <utility>
+
 frmEdit::frmEdit() : DayDialog(text::edit::caption, "Text3") {}
 
 void frmEdit::Form_Help()
@@ -34,13 +36,14 @@ void frmEdit::addButton_Click()
     if (!AcceptInput()) {
         return;
     }
-    const DayEntry day = EnteredDay();
+    DayEntry day = EnteredDay();
     if (DateIsUnchanged()) {
         DataInterface::ReplaceDay(day.year, day.month, day.day, day.distance, day.route);
     } else {
         // Kept on purpose: "A date may have two entries".
         DataInterface::DeleteDay(storedYear_, storedMonth_, storedDay_);
-        DataInterface::AddDay(day.year, day.month, day.day, day.distance, day.route);
+        // The route is moved: if copying it threw here, the day would be lost.
+        DataInterface::AddDay(day.year, day.month, day.day, day.distance, std::move(day.route));
     }
     HideChanged();
 }

@@ -199,8 +199,7 @@ void frmMain::Form_QueryUnload(bool& cancel, UnloadMode mode)
 
 void frmMain::Form_SessionGoesOn()
 {
-    // The Save command is disabled if the journal has been saved or reverted since then.
-    if (std::exchange(givenUpForSession_, false) && mnuFileSaveAll.Enabled()) {
+    if (std::exchange(givenUpForSession_, false)) {
         DataInterface::MarkJournalChanged();
     }
 }

@@ -107,5 +107,5 @@ private:
 
     std::int16_t listedYear_ = 0; ///< the argument of the last ShowMonthDays
     std::int16_t listedMonth_ = 0;
-    bool givenUpForSession_ = false; ///< the user answered No when the session was about to end
+    bool givenUpForSession_ = false; ///< the session was about to end, and the user discarded the unsaved changes
 };

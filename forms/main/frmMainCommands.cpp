@@ -13,6 +13,7 @@
 #include "forms/prefs/frmUserinfo.h"
 #include "forms/print/frmInterval.h"
 #include "platform/system/Shell.h"
+#include "platform/windows/ModalOwner.h"
 #include "platform/windows/MsgBox.h"
 #include "platform/windows/UnhandledError.h"
 #include "settings/TextIds.h"
@@ -118,6 +119,7 @@ void frmMain::mnuRevert_Click()
         return;
     }
     DataInterface::LoadJournal();
+    givenUpForSession_ = false;
     RebuildJournalTree();
     EnableUnsavedCommands(false);
 }
@@ -125,6 +127,7 @@ void frmMain::mnuRevert_Click()
 void frmMain::mnuFileSaveAll_Click()
 {
     DataInterface::SaveJournal();
+    givenUpForSession_ = false;
     EnableUnsavedCommands(false);
 }
 
@@ -179,7 +182,7 @@ void frmMain::mnuOther_Click()
 
 void frmMain::OpenWebPage(const std::string& address)
 {
-    if (ShellOpen(Handle(), address)) {
+    if (AskOverForm([&] { return ShellOpen(Handle(), address); })) {
         return;
     }
     // Kept on purpose: "A missing browser shows a missing text".

@@ -7,6 +7,7 @@
 #include "forms/main/DayLine.h"
 #include "forms/main/frmMain.h"
 #include "platform/system/Conversions.h"
+#include "platform/windows/ModalOwner.h"
 #include "platform/windows/UnhandledError.h"
 #include "settings/TextIds.h"
 
@@ -76,7 +77,7 @@ void frmMain::FillJournalTree()
 
 void frmMain::RebuildJournalTree()
 {
-    Guarded([this] { FillJournalTree(); });
+    AskOverForm([this] { return Guarded([this] { FillJournalTree(); }); });
 }
 
 void frmMain::Form_RegionChanged()

@@ -98,7 +98,15 @@ void frmInterval::Form_RegionChanged()
 /// The program may end during a print: discards the document.
 void frmInterval::Form_Unload()
 {
+    AbortDocument();
     UnloadInstance<frmProgress>();
+}
+
+void frmInterval::AbortDocument()
+{
+    if (printer_) {
+        printer_->Abort();
+    }
 }
 
 void frmInterval::UpDown1_Change(std::size_t index)
@@ -158,11 +166,7 @@ void frmInterval::cancelButton_Click()
 void frmInterval::PrintCopies()
 {
     const PrinterChoice choice = CommonDialog1.ShowPrinter();
-    progress_.emplace(*this, DaysOfReport(), choice.copies, [this] {
-        if (printer_) {
-            printer_->Abort();
-        }
-    });
+    progress_.emplace(*this, DaysOfReport(), choice.copies, [this] { AbortDocument(); });
     SettleWindows();
     for (int copy = 1; copy <= choice.copies; ++copy) {
         SelectPrinter(Printer(OpenPrintJob(choice.device, LocalText(text::print::journalTitle))));

@@ -74,12 +74,13 @@ protected:
 private:
     void ApplyLanguage();
     void FillDayList(std::size_t index, std::int16_t year, std::int16_t month);
-    /// Shows the interval as the heading that is offered; it is what the choice beside it is called, too.
+    /// Shows the interval as the suggested heading. It is also the accessible name of its option button.
     void ShowIntervalText();
     void ShowDate(std::size_t index, const CalendarDay& date);
     std::wstring DateText(std::size_t index) const;
     std::int32_t ComparableDate(std::size_t index) const;
     void PrintCopies();
+    void AbortDocument();
     void EndPrinting();
 
     // The report.

@@ -228,12 +228,16 @@ void Form::Hide()
     if (!IsLoaded()) {
         return;
     }
+    const bool shownOver = owner_ && !modal_;
     EndModal();
     ShowWindow(window_.get(), SW_HIDE);
     UpdateModalOwner();
     if (const auto owner = std::exchange(owner_, nullptr); owner && owner->IsLoaded()) {
         SetActiveWindow(owner->Handle());
         ::SetFocus(IsChild(owner->Handle(), focusToReturnTo_) != FALSE ? focusToReturnTo_ : owner->Handle());
+    }
+    if (shownOver) {
+        ForgetInput();
     }
 }
 

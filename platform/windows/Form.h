@@ -44,7 +44,7 @@ public:
     void ShowModal();
     /// Loads the form if needed, shows it over another form and returns. The other form is disabled until this one is
     /// hidden or unloaded. For the progress of a long operation that calls DoEvents. Removes earlier input from the
-    /// queue, because it was not for this form.
+    /// queue, because it was not for this form. Hiding the form removes its input in the same way.
     void ShowOver(const std::shared_ptr<Form>& owner);
     void Hide();
     /// Calls Form_QueryUnload and, unless it cancels, Form_Unload; then destroys the window. A form that is not loaded
@@ -177,7 +177,7 @@ void RunMessageLoop() noexcept;
 void DoEvents();
 
 /// Handles paint messages and sent messages. Input stays in the queue. Call it before and after a long operation: the
-/// windows are then painted, and the focus is where it belongs.
+/// windows are then painted, and the focus is where it belongs. Throws CommandEnded if the form is destroyed meanwhile.
 ///
 /// Wine: the X11 window manager moves the focus by a message to the program. Windows moves it itself. Without this call
 /// the focus stays with the closed printer dialog, and the keyboard does nothing after printing.

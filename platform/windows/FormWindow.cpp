@@ -163,6 +163,8 @@ struct FormProcedure {
     static bool TurnPage(const Form& form, const MSG& message);
     static void HandleMessage(MSG& message);
     static bool GiveCommand(const Form& form, const MSG& message);
+    static bool IsRepeated(const MSG& message);
+    static bool IsRepeatedAnswer(const MSG& message);
     static bool IsPressed(const Form& form, const KeyRow& row, const MSG& message);
     static void Give(const Form& form, const char* command);
 };
@@ -478,6 +480,18 @@ bool FormProcedure::IsPressed(const Form& form, const KeyRow& row, const MSG& me
     return row.within == nullptr ? held : !held && form.ControlByName(row.within)->Handle() == message.hwnd;
 }
 
+bool FormProcedure::IsRepeated(const MSG& message)
+{
+    constexpr LPARAM isRepeated = LPARAM{KF_REPEAT} << 16;
+    return message.message == WM_KEYDOWN && (message.lParam & isRepeated) != 0;
+}
+
+/// Enter that opened a dialog would confirm it while it is held down, and Esc would close one dialog after the other.
+bool FormProcedure::IsRepeatedAnswer(const MSG& message)
+{
+    return (message.wParam == VK_RETURN || message.wParam == VK_ESCAPE) && IsRepeated(message);
+}
+
 /// Also if its command is disabled, the key does not reach the control, which would handle it in another way.
 bool FormProcedure::GiveCommand(const Form& form, const MSG& message)
 {
@@ -489,8 +503,7 @@ bool FormProcedure::GiveCommand(const Form& form, const MSG& message)
     if (row == keys.end()) {
         return false;
     }
-    constexpr LPARAM isRepeated = LPARAM{KF_REPEAT} << 16;
-    if ((message.lParam & isRepeated) == 0 && IsWindowEnabled(form.Handle()) != FALSE) {
+    if (!IsRepeated(message) && IsWindowEnabled(form.Handle()) != FALSE) {
         Give(form, row->command);
     }
     return true;
@@ -569,11 +582,6 @@ void ForgetInput() noexcept
     }
 }
 
-void WakeMessageLoop() noexcept
-{
-    PostThreadMessageW(GetCurrentThreadId(), WM_NULL, 0, 0);
-}
-
 void FormProcedure::HandleMessage(MSG& message)
 {
     if (message.message == WM_QUIT) {
@@ -584,7 +592,7 @@ void FormProcedure::HandleMessage(MSG& message)
     }
     HWND root = GetAncestor(message.hwnd, GA_ROOT);
     const auto form = Form::Of(root);
-    if (form && (TurnPage(*form, message) || GiveCommand(*form, message))) {
+    if (form && (IsRepeatedAnswer(message) || TurnPage(*form, message) || GiveCommand(*form, message))) {
         return;
     }
     if (!form || IsDialogMessageW(root, &message) == FALSE) {
@@ -617,8 +625,10 @@ void DoEvents()
 
 void SettleWindows()
 {
+    const AskingForm asking;
     MSG message{};
     while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE | PM_QS_PAINT | PM_QS_SENDMESSAGE) != FALSE) {
         DispatchMessageW(&message);
     }
+    asking.EndCommandIfGone();
 }

@@ -23,10 +23,6 @@ void FocusFirstInTabOrder(HWND window);
 /// Removes mouse and keyboard messages from the queue.
 void ForgetInput() noexcept;
 
-/// Makes GetMessage return, so that the message loop checks its condition: a message that another program sends may
-/// close a form within GetMessage.
-void WakeMessageLoop() noexcept;
-
 /// Waits for a message and handles it, with the dialog keys of its form. WM_QUIT closes the first form, as the user
 /// would.
 void HandleNextMessage() noexcept;

@@ -19,11 +19,28 @@ void SetModalOwner(WindowHandle window) noexcept
     topForm = window;
 }
 
+void WakeMessageLoop() noexcept
+{
+    PostThreadMessageW(GetCurrentThreadId(), WM_NULL, 0, 0);
+}
+
 AskingForm::AskingForm() noexcept : form_(topForm) {}
+
+AskingForm::~AskingForm()
+{
+    if (IsGone()) {
+        WakeMessageLoop();
+    }
+}
 
 void AskingForm::EndCommandIfGone() const
 {
-    if (form_ != nullptr && IsWindow(form_) == FALSE) {
+    if (IsGone()) {
         throw CommandEnded();
     }
+}
+
+bool AskingForm::IsGone() const noexcept
+{
+    return form_ != nullptr && IsWindow(form_) == FALSE;
 }

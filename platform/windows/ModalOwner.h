@@ -13,14 +13,35 @@ void SetModalOwner(WindowHandle window) noexcept;
 /// session. It ends the command. It does not derive from std::exception, and Guarded shows no message for it.
 struct CommandEnded {};
 
+/// Makes GetMessage return, so that the message loop checks its condition: a message that another program sends may
+/// close a form within GetMessage.
+void WakeMessageLoop() noexcept;
+
 /// Remembers the form over which a message box or a dialog opens.
 class AskingForm {
 public:
     AskingForm() noexcept;
+    /// If the form has been destroyed, wakes the message loop of the box under this one, so that it ends too.
+    ~AskingForm();
+    AskingForm(const AskingForm&) = delete;
+    AskingForm& operator=(const AskingForm&) = delete;
 
     /// Call it after the box or dialog. Throws CommandEnded if the form has been destroyed.
     void EndCommandIfGone() const;
 
 private:
+    bool IsGone() const noexcept;
+
     WindowHandle form_;
 };
+
+/// Calls a function that may show a message or dialog of Windows over the form, and returns its result. Throws
+/// CommandEnded if the form has been destroyed meanwhile.
+template <class Function>
+auto AskOverForm(const Function& function)
+{
+    const AskingForm asking;
+    const auto result = function();
+    asking.EndCommandIfGone();
+    return result;
+}

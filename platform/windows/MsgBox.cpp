@@ -35,10 +35,7 @@ UINT StyleOfDefault(int defaultButton)
 /// Shows the box and waits for the answer.
 int Ask(const std::wstring& text, const wchar_t* title, UINT style)
 {
-    const AskingForm asking;
-    const int answer = MessageBoxW(ModalOwner(), text.c_str(), title, style);
-    asking.EndCommandIfGone();
-    return answer;
+    return AskOverForm([&] { return MessageBoxW(ModalOwner(), text.c_str(), title, style); });
 }
 
 } // namespace
@@ -66,5 +63,6 @@ void MsgBoxTitled(const std::wstring& text, const std::wstring& title)
 
 void ShowMessage(const wchar_t* text) noexcept
 {
+    const AskingForm asking;
     MessageBoxW(ModalOwner(), text, ApplicationTitle(), MB_OK);
 }

@@ -132,6 +132,27 @@ TEST_F(JournalFile, LoadJournal_ClosesTheFileWhereverMemoryRunsOut)
     EXPECT_THAT(Entries(), testing::SizeIs(2)) << "the last time there was enough";
 }
 
+TEST_F(JournalFile, LoadJournal_ThatThrowsKeepsTheJournalAndItsUnsavedChanges)
+{
+    WriteBytes(journalPath, std::string(header) + "2004-02-12      7 a route longer than fits into its own\r\n");
+    LoadJournal();
+    AddDay(2004, 2, 13, 1, L"unsaved");
+    const auto before = Entries();
+    bool loaded = false;
+    for (int after = 0; !loaded; ++after) {
+        {
+            const NoMemory none(after);
+            loaded = Guarded([] { LoadJournal(); });
+        }
+        if (!loaded) {
+            EXPECT_EQ(Entries(), before) << "memory ran out after " << after;
+            EXPECT_TRUE(IsJournalChanged());
+        }
+    }
+    EXPECT_EQ(Dates(), std::vector<std::string>{"2004-02-12"});
+    EXPECT_FALSE(IsJournalChanged());
+}
+
 TEST_F(JournalFile, LoadJournal_ShowsAnErrorForALineWithoutMemoryAndReadsTheNext)
 {
     WriteBytes(journalPath, std::string(header) + "2004-02-13      1 a route longer than fits into its own\r\n"

@@ -219,12 +219,19 @@ void ChooseCommand(const Form& form, std::initializer_list<const wchar_t*> path)
     SendMessageW(form.Handle(), WM_COMMAND, MAKEWPARAM(GetMenuItemID(place.menu, place.position), 0), 0);
 }
 
-void PressKey(WORD key)
+void SendKeysAhead(std::initializer_list<WORD> keys)
 {
     std::vector<INPUT> inputs;
-    Key(inputs, key, true);
-    Key(inputs, key, false);
+    for (const WORD key : keys) {
+        Key(inputs, key, true);
+        Key(inputs, key, false);
+    }
     Send(inputs);
+}
+
+void PressKey(WORD key)
+{
+    SendKeysAhead({key});
     AwaitQuiet();
 }
 

@@ -38,6 +38,8 @@ bool IsEnabled(const Form& form, std::initializer_list<const wchar_t*> path);
 /// Chooses a menu command by the texts that lead to it.
 void ChooseCommand(const Form& form, std::initializer_list<const wchar_t*> path);
 
+/// Presses and releases the keys (SendInput) and returns before the program handles the first one.
+void SendKeysAhead(std::initializer_list<WORD> keys);
 /// Presses and releases keys (SendInput): the control with the focus gets them.
 void PressKey(WORD key);
 void PressKeyWith(WORD modifier, WORD key);

@@ -113,18 +113,7 @@ void ExpectTabInReadingOrder(const Form& form)
 /// Sends all keys before the program handles the first one: a menu has its own message loop.
 void SendKeysTogether(std::initializer_list<WORD> keys)
 {
-    std::vector<INPUT> inputs;
-    for (const WORD key : keys) {
-        for (const DWORD flags : {0U, static_cast<unsigned>(KEYEVENTF_KEYUP)}) {
-            INPUT input{};
-            input.type = INPUT_KEYBOARD;
-            input.ki.wVk = key;
-            input.ki.wScan = static_cast<WORD>(MapVirtualKeyW(key, MAPVK_VK_TO_VSC));
-            input.ki.dwFlags = flags;
-            inputs.push_back(input);
-        }
-    }
-    SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
+    SendKeysAhead(keys);
     PressKey(VK_CONTROL); // has no effect; it is handled after all other keys
 }
 
@@ -456,6 +445,25 @@ TEST_F(Keyboard, AKeyThatIsHeldDownRunsItsCommandOnce)
     PostMessageW(Main().List1.Handle(), WM_KEYDOWN, VK_DELETE, onceAndRepeated);
     DoEvents();
     EXPECT_THAT(boxes.Texts(), SizeIs(1));
+}
+
+TEST_F(Keyboard, AKeyThatIsHeldDownNeitherConfirmsNorCancelsTheDialogThatItOpened)
+{
+    StartInFront();
+    PressKey(VK_TAB);
+    PressKey(VK_DOWN);
+    user.In<frmEdit>([](frmEdit& dialog) {
+        for (const WPARAM key : {VK_RETURN, VK_ESCAPE}) {
+            constexpr LPARAM onceAndRepeated = 1 | LPARAM{KF_REPEAT} << 16;
+            PostMessageW(dialog.Text3.Handle(), WM_KEYDOWN, key, onceAndRepeated);
+            DoEvents();
+            EXPECT_NE(IsWindowVisible(dialog.Handle()), FALSE);
+        }
+        PressKey(VK_ESCAPE);
+        EXPECT_EQ(IsWindowVisible(dialog.Handle()), FALSE);
+    });
+    PressKey(VK_RETURN);
+    EXPECT_FALSE(DataInterface::IsJournalChanged());
 }
 
 TEST_F(Keyboard, TheMainWindowIgnoresKeysWhileADialogIsOpen)

@@ -4,11 +4,15 @@
 #include "data/DataInterface.h"
 #include "forms/entry/frmEdit.h"
 #include "platform/system/Clock.h"
+#include "tests/support/NoMemory.h"
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
+
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::SizeIs;
 
 namespace {
 
@@ -100,6 +104,32 @@ TEST_F(EditDayDialog, ReplacesDistanceAndRouteInPlaceWhenTheDateStays)
     EXPECT_TRUE(Instance<frmEdit>()->hasChanged());
     EXPECT_TRUE(DataInterface::IsJournalChanged());
     EXPECT_THAT(boxes.Texts(), IsEmpty());
+}
+
+TEST_F(EditDayDialog, KeepsTheDayWhereverMemoryRunsOutWhileItMoves)
+{
+    Start({.journal = outOfOrder});
+    const auto moved = [](const DayEntry& entry) { return entry.day == 16; };
+    bool met = true;
+    for (int after = 0; met; ++after) {
+        Open(chosen, [&](frmEdit& dialog) {
+            Pick(dialog.Combo3, L"16");
+            Type(dialog.Text2, L"a route longer than fits into its own");
+            {
+                const NoMemory none(after, 1);
+                Press(dialog.addButton);
+                met = none.WasMet();
+            }
+            dialog.Hide();
+        });
+        ASSERT_THAT(Journal(), SizeIs(4)) << "memory ran out after " << after;
+        if (std::ranges::any_of(Journal(), moved)) {
+            break;
+        }
+        EXPECT_EQ(Journal()[1], chosen);
+        UnloadInstance<frmEdit>();
+    }
+    EXPECT_TRUE(std::ranges::any_of(Journal(), moved));
 }
 
 TEST_F(EditDayDialog, CountsAsAChangeAlsoWithoutInput)

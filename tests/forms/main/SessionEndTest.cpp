@@ -26,6 +26,9 @@ namespace {
 
 constexpr const char* oneDay = "2004-03-15     12 Office\r\n";
 constexpr const wchar_t* saveQuestion = L"Save last changes?";
+/// Each command that fills the tree shows an error at the month.
+constexpr const char* monthAbove12 = "2004-03-15     12 Office\r\n2004-99-01      5 Nowhere\r\n";
+constexpr const wchar_t* typeMismatch = L"Run-time error '13':\r\n\r\nType mismatch";
 
 class SessionEnd : public ProgramUnderTest {
 protected:
@@ -304,6 +307,37 @@ TEST_F(SessionEnd, UnderAMessageOfTheReaderEndsTheReadingAndFreesTheFile)
     EXPECT_THAT(boxes.Texts(), ElementsAre(testing::_, L"errorType mismatch"));
     EXPECT_THAT(Form::OpenForms(), IsEmpty());
     EXPECT_NO_THROW(TextFile::OpenForInput(1, JournalFile()));
+}
+
+TEST_F(SessionEnd, UnderTheMessageOfAnErrorEndsTheCommand)
+{
+    Start({.journal = monthAbove12});
+    Main().List1.SetListIndex(0);
+    boxes.AnswerNext(IDYES);
+    EndSessionUnderNextBox();
+    boxes.AnswerNext(IDNO);
+    Press(Main().deleteButton);
+    EXPECT_THAT(boxes.Texts(),
+                ElementsAre(typeMismatch, L"Do you want to delete selected day?", typeMismatch, saveQuestion));
+    EXPECT_THAT(Form::OpenForms(), IsEmpty());
+}
+
+TEST_F(SessionEnd, CancelledUnderTheMessageOfAnErrorKeepsTheFirstChangeUnsaved)
+{
+    Start({.journal = monthAbove12});
+    Main().List1.SetListIndex(0);
+    boxes.AnswerNext(IDYES);
+    boxes.LeaveNextOpenWhile([main = Main().Handle()] {
+        SendMessageW(main, WM_QUERYENDSESSION, 0, 0);
+        SendMessageW(main, WM_ENDSESSION, FALSE, 0);
+        PostMessageW(GetLastActivePopup(main), WM_COMMAND, IDOK, 0);
+    });
+    boxes.AnswerNext(IDNO);
+    Press(Main().deleteButton);
+    EXPECT_TRUE(DataInterface::IsJournalChanged());
+    boxes.AnswerNext(IDCANCEL);
+    CloseMain();
+    EXPECT_TRUE(IsOpen());
 }
 
 TEST_F(SessionEnd, InsideADialogEndsTheCommandThatOpenedIt)

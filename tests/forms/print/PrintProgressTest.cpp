@@ -11,12 +11,12 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
-#include <array>
 #include <chrono>
 #include <functional>
 #include <memory>
 #include <ostream>
 #include <string>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -266,19 +266,33 @@ TEST_F(LongPrint, IgnoresKeysThatWerePressedBeforeItsWindowWasOpen)
     while (std::chrono::steady_clock::now() < end) {
         // The program is busy and handles no messages.
     }
-    std::array<INPUT, 4> keys{};
-    for (std::size_t key = 0; key < keys.size(); ++key) {
-        keys[key].type = INPUT_KEYBOARD;
-        keys[key].ki.wVk = key < 2 ? VK_ESCAPE : VK_RETURN;
-        keys[key].ki.dwFlags = key % 2 == 0 ? 0U : static_cast<DWORD>(KEYEVENTF_KEYUP);
-    }
-    SendInput(static_cast<UINT>(keys.size()), keys.data(), sizeof(INPUT));
+    SendKeysAhead({VK_ESCAPE, VK_RETURN});
     progress.DayIsPrinted(2);
     EXPECT_NE(OpenProgress(), nullptr);
     DoEvents();
     EXPECT_FALSE(cancelled);
     PressKey(VK_ESCAPE);
     EXPECT_TRUE(cancelled);
+}
+
+TEST_F(LongPrint, LeavesNoKeysOfItsWindowToTheDialog)
+{
+    const auto dialog = Instance<frmInterval>();
+    dialog->Show();
+    BringToFront(*dialog);
+    {
+        PrintProgress progress(*dialog, 90, 1, [] {});
+        Await(
+            [&] {
+                progress.DayIsPrinted(2);
+                return OpenProgress() != nullptr;
+            },
+            "the progress window");
+        SendKeysAhead({VK_ESCAPE});
+    }
+    DoEvents();
+    EXPECT_TRUE(dialog->IsLoaded());
+    EXPECT_EQ(OpenProgress(), nullptr);
 }
 
 TEST_F(LongPrint, ShowsNoWindowForOnePageEvenIfItTakesLong)
@@ -359,6 +373,27 @@ protected:
 };
 
 } // namespace
+
+TEST_F(ProgramPrinting, AbortsTheDocumentWhenTheSessionEndsBeforeTheProgressWindowIsOpen)
+{
+    Start({.journal = "2004-03-15     12 Office\r\n"});
+    user.In<frmInterval>([](frmInterval& form) {
+        form.UpDown1[0].SetValue(veryLong);
+        PostMessageW(form.addButton.Handle(), BM_CLICK, 0, 0);
+    });
+    HWND main = Main().Handle();
+    auto printer = PrinterDialogUser::ToPrint(1);
+    std::thread system([&printer, main] {
+        printer.WaitUntilGone();
+        std::this_thread::sleep_for(std::chrono::milliseconds(200)); // the first page has begun
+        SendMessageW(main, WM_ENDSESSION, TRUE, 0);
+    });
+    ChooseCommand(Main(), {L"File", L"Print..."});
+    system.join();
+    EXPECT_THAT(Form::OpenForms(), IsEmpty());
+    EXPECT_EQ(JobsEverQueued(), queued_);
+    EXPECT_THAT(boxes.Texts(), IsEmpty());
+}
 
 TEST_F(ProgramPrinting, DoesNotCloseTheMainWindowAndContinuesPrinting)
 {

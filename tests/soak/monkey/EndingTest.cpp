@@ -49,3 +49,19 @@ TEST(Ending, AskedForTwice_WaitsForBothAnswers)
     }
     EXPECT_NO_THROW(program.ExpectNormalEnd());
 }
+
+TEST(Ending, WhileSeveralQuestionsAreOpen_EndsTheProgram)
+{
+    const Installation installation(L"two-days.jrn");
+    const RunningProgram program(installation.Program());
+    PatientUser(program).ChangeTheJournal();
+
+    PostMessageW(program.MainWindow(), WM_SYSCOMMAND, SC_CLOSE, 0);
+    HWND question = NextQuestion(nullptr, program);
+    for (const UINT message : {WM_QUERYENDSESSION, WM_QUERYENDSESSION, WM_ENDSESSION}) {
+        SendNotifyMessageW(program.MainWindow(), message, TRUE, 0);
+        question = NextQuestion(question, program);
+    }
+    AnswerNo(question, program);
+    EXPECT_NO_THROW(program.ExpectNormalEnd());
+}
