@@ -184,8 +184,9 @@ protected:
             ASSERT_EQ(number, L"\u221e");
             return;
         }
-        constexpr double wholeUnit = 0.5000001;
-        ASSERT_TRUE(IsAbout(WideNumberOf(number), sum) || std::abs(WideNumberOf(number) - sum) <= wholeUnit)
+        // The total is rounded to 15 digits first, and then to whole units.
+        const double rounding = 0.5000001 + sum * 5e-15;
+        ASSERT_TRUE(IsAbout(WideNumberOf(number), sum) || std::abs(WideNumberOf(number) - sum) <= rounding)
             << testing::PrintToString(total) << " of " << sum;
     }
 
