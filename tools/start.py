@@ -13,6 +13,7 @@ from machine import Display, MachineError, end_wine, exit_on_signals, make_prefi
 RUN_FOLDER = os.path.join(PROJECT, ".run")
 PREFIX = os.path.join(RUN_FOLDER, "wine")
 FOLDER = os.path.join(PREFIX, "drive_c", "Odomira")
+COMPLETE = os.path.join(PREFIX, "complete")  # exists in a prefix that is not from an interrupted start
 PICTURE = os.path.join(RUN_FOLDER, "odomira.png")
 
 
@@ -28,16 +29,17 @@ def lock_run_folder():
 
 
 def prepare_wine():
-    """Creates the Wine prefix at the first start. The folder of the program is created last: a prefix without it is from
-    an interrupted start, and is created again."""
-    if os.path.isdir(FOLDER):
-        return
-    print("Preparing Wine for the first start", flush=True)
-    if os.path.isdir(PREFIX):
-        end_wine(users_environment())
-        shutil.rmtree(PREFIX)
-    make_prefix(PREFIX, os.path.join(RUN_FOLDER, "home"))
-    os.makedirs(FOLDER)
+    """Creates the Wine prefix at the first start. A prefix from an interrupted start, which has neither COMPLETE nor the
+    folder of the program, is created again. Any other prefix is kept: it may have a journal, also under another name."""
+    if not os.path.exists(COMPLETE) and not os.path.isdir(FOLDER):
+        print("Preparing Wine for the first start", flush=True)
+        if os.path.isdir(PREFIX):
+            end_wine(users_environment())
+            shutil.rmtree(PREFIX)
+        make_prefix(PREFIX, os.path.join(RUN_FOLDER, "home"))
+    os.makedirs(FOLDER, exist_ok=True)
+    with open(COMPLETE, "w", encoding="utf-8"):
+        pass
 
 
 def may_replace(journal, target):
@@ -108,16 +110,16 @@ def show_on_a_virtual_display(program, env):
 def main():
     exit_on_signals()
     lock = lock_run_folder()
-    prepare_wine()
-    if len(sys.argv) > 2:
-        put_in_place(sys.argv[2])
-    program = install(sys.argv[1])
     env = users_environment()
     try:
+        prepare_wine()
+        if len(sys.argv) > 2:
+            put_in_place(sys.argv[2])
+        program = install(sys.argv[1])
         result = run_for_the_user(program, env) if display_works() else show_on_a_virtual_display(program, env)
-    except (MachineError, KeyboardInterrupt) as error:
+    except (MachineError, subprocess.TimeoutExpired, KeyboardInterrupt) as error:
         end_wine(env)
-        sys.exit(f"run: {error or 'interrupted'}")
+        sys.exit(f"run: {str(error) or 'interrupted'}")
     lock.close()
     sys.exit(result)
 

@@ -233,7 +233,14 @@ Function .onInit
   ${AndIf} $installedFolder != $INSTDIR
     !insertmacro Refuse "$(isInstalledElsewhere)" ${EXIT_FOLDER}
   ${EndIf}
-  Call AskBeforeOlder
+  ${If} $installedFolder != ""
+    Call AskBeforeOlder
+    Pop $0
+    ${If} $0 = 1
+      SetErrorLevel ${EXIT_CANCELLED}
+      Quit
+    ${EndIf}
+  ${EndIf}
 FunctionEnd
 
 Function FindInstalled
@@ -308,21 +315,39 @@ Function ProposeFolder
   ${EndIf}
 FunctionEnd
 
-; An older program may not know what a newer one has stored.
+; Pushes 1 if the installed version is newer and the user wants to keep it: an older program may not know what a newer one
+; has stored. A message box that cannot be shown keeps it. A silent setup ends.
 Function AskBeforeOlder
   ${VersionCompare} "$installedVersion" "${VERSION}" $0
-  ${If} $installedFolder == ""
-  ${OrIf} $0 <> 1
+  ${If} $0 <> 1
+    Push 0
     Return
   ${EndIf}
   ${If} ${Silent}
     SetErrorLevel ${EXIT_NEWER}
     Quit
   ${EndIf}
-  ${If} ${Cmd} `MessageBox MB_YESNO|MB_ICONEXCLAMATION|MB_DEFBUTTON2 "$(newerIsInstalled)" IDNO`
-    SetErrorLevel ${EXIT_CANCELLED}
-    Quit
+  ${If} ${Cmd} `MessageBox MB_YESNO|MB_ICONEXCLAMATION|MB_DEFBUTTON2 "$(newerIsInstalled)" IDYES`
+    Push 0
+  ${Else}
+    Push 1
   ${EndIf}
+FunctionEnd
+
+; The same for a program in the folder that no setup has registered, such as that of the portable folder.
+Function AskBeforeOlderInFolder
+  ClearErrors
+  GetDLLVersion "$INSTDIR\${PROGRAM}" $0 $1
+  ${If} $installedFolder != ""
+  ${OrIf} ${Errors}
+    Push 0
+    Return
+  ${EndIf}
+  IntOp $2 $0 >> 16
+  IntOp $3 $0 & 0xFFFF
+  IntOp $4 $1 & 0xFFFF
+  StrCpy $installedVersion "$2.$3.$4" ; the third of the four numbers is always 0
+  Call AskBeforeOlder
 FunctionEnd
 
 Function PrepareWelcome
@@ -364,6 +389,11 @@ Function LeaveFolder
   Pop $0
   ${If} $0 <> 1
     MessageBox MB_OK|MB_ICONEXCLAMATION "$(folderIsNotOurs)"
+    Abort
+  ${EndIf}
+  Call AskBeforeOlderInFolder
+  Pop $0
+  ${If} $0 = 1
     Abort
   ${EndIf}
   Call WaitUntilClosed
@@ -456,6 +486,10 @@ FunctionEnd
 Section
   !insertmacro ForAllUsers
   Call RefuseOthersFolder
+  ${If} ${Silent}
+    Call AskBeforeOlderInFolder
+    Pop $0
+  ${EndIf}
   Call WaitUntilClosed
 
   ClearErrors
@@ -561,7 +595,7 @@ Function Register
   WriteRegStr HKLM "${SETUP_KEY}" "Folder" "$INSTDIR"
 FunctionEnd
 
-; Through the shell, which runs as the user who is logged on: the setup's own rights are no business of the program.
+; Through the shell, so that the program runs as the user who is logged on and is not elevated.
 Function StartProgram
   Exec '"$WINDIR\explorer.exe" "$INSTDIR\${PROGRAM}"'
 FunctionEnd
@@ -614,8 +648,9 @@ FunctionEnd
 Function un.LeaveJournalPage
   ${NSD_GetState} $deleteButton $deleteJournal
   ${If} $deleteJournal = 1
-  ${AndIf} ${Cmd} `MessageBox MB_YESNO|MB_ICONEXCLAMATION|MB_DEFBUTTON2 "$(reallyDelete)" IDNO`
-    Abort
+    ${Unless} ${Cmd} `MessageBox MB_YESNO|MB_ICONEXCLAMATION|MB_DEFBUTTON2 "$(reallyDelete)" IDYES`
+      Abort
+    ${EndUnless}
   ${EndIf}
   Call un.WaitUntilClosed
 FunctionEnd
@@ -674,6 +709,9 @@ FunctionEnd
 
 Function un.SayWhatStays
   ${If} ${FileExists} "$INSTDIR\${JOURNAL}"
+  ${AndIf} $deleteJournal = 1
+    StrCpy $farewell "$(journalNotDeleted)"
+  ${ElseIf} ${FileExists} "$INSTDIR\${JOURNAL}"
     StrCpy $farewell "$(journalStays)"
   ${ElseIf} ${FileExists} "$INSTDIR"
     StrCpy $farewell "$(otherFilesStay)"

@@ -14,7 +14,7 @@
 !define JOURNAL_FOLDER "O:BAD:P(A;OICI;FA;;;SY)(A;OICI;FA;;;BA)(A;;0x1200ab;;;BU)${ADDED_FILES}"
 ; The same for a journal that was there before the folder had these rights.
 !define JOURNAL_FILE "O:BAD:P(A;;FA;;;SY)(A;;FA;;;BA)(A;;0x13019f;;;BU)(A;;0x13019f;;;S-1-3-4)"
-; What the computer's users start, one of them must not be able to replace.
+; Users must not be able to replace a program that others run.
 !define PROGRAM_FILE "O:BAD:P(A;;FA;;;SY)(A;;FA;;;BA)(A;;0x1200a9;;;BU)"
 ; Users read the key of the settings, so that none of them makes keys or links beside the sections.
 !define SETTINGS_RIGHTS "O:BAD:P(A;CI;KA;;;SY)(A;CI;KA;;;BA)(A;CI;KR;;;BU)"
@@ -155,8 +155,7 @@ Function PrepareKey
   Call TellFailure
 FunctionEnd
 
-; $0 the object, $7 the error. It is told, because it is what the user would else find out from a journal that cannot be
-; saved.
+; $0 the object, $7 the error. Shows the error; otherwise the user would notice it only when a save fails.
 Function TellFailure
   ${If} $7 <> 0
     SetErrorLevel ${EXIT_RIGHTS}

@@ -78,8 +78,8 @@
   "Det gick inte att ange behörigheter för$\r$\n$INSTDIR$\r$\n(fel $7). Odomira har inte installerats. Välj en annan mapp."
 
 !insertmacro Text isInstalledElsewhere \
-  "Odomira is already installed in$\r$\n$installedFolder$\r$\n$\r$\nTo move it, uninstall it and keep the journal, install it in the new folder, and then move ${JOURNAL} there." \
-  "Odomira är redan installerat i$\r$\n$installedFolder$\r$\n$\r$\nOm du vill flytta det avinstallerar du det och behåller journalen, installerar det i den nya mappen och flyttar sedan ${JOURNAL} dit."
+  "Odomira is already installed in$\r$\n$installedFolder$\r$\n$\r$\nTo move it, uninstall it and keep the journal, install it in the new folder, and then replace the empty ${JOURNAL} there with yours." \
+  "Odomira är redan installerat i$\r$\n$installedFolder$\r$\n$\r$\nOm du vill flytta det avinstallerar du det och behåller journalen, installerar det i den nya mappen och ersätter sedan den tomma ${JOURNAL} där med din."
 
 !insertmacro Text isRunning \
   "Odomira is running.$\r$\n$\r$\nSave the journal, close Odomira, and then select Retry." \
@@ -134,8 +134,8 @@
   "Vill du behålla journalen?"
 
 !insertmacro Text uninstallText \
-  "Odomira will be removed from $INSTDIR. If you keep the journal (${JOURNAL}) and the settings, you can use them again when you install Odomira in the same folder." \
-  "Odomira tas bort från $INSTDIR. Om du behåller journalen (${JOURNAL}) och inställningarna kan du använda dem igen när du installerar Odomira i samma mapp."
+  "Odomira will be removed from $INSTDIR. If you keep the journal (${JOURNAL}), install Odomira in the same folder to use it again. Settings that you keep do not depend on the folder." \
+  "Odomira tas bort från $INSTDIR. Om du behåller journalen (${JOURNAL}) installerar du Odomira i samma mapp för att använda den igen. Inställningar som du behåller är oberoende av mappen."
 
 !insertmacro Text keepJournal \
   "&Keep the journal and the settings" \
@@ -162,8 +162,12 @@
   "Odomira är avinstallerat"
 
 !insertmacro Text journalStays \
-  "The journal is still here:$\r$\n$INSTDIR\${JOURNAL}$\r$\n$\r$\nThe settings are kept, too. To use both again, install Odomira in the same folder." \
-  "Journalen finns kvar här:$\r$\n$INSTDIR\${JOURNAL}$\r$\n$\r$\nÄven inställningarna finns kvar. Om du vill använda båda igen installerar du Odomira i samma mapp."
+  "The journal is still here:$\r$\n$INSTDIR\${JOURNAL}$\r$\n$\r$\nThe settings are kept, too. To use the journal again, install Odomira in the same folder." \
+  "Journalen finns kvar här:$\r$\n$INSTDIR\${JOURNAL}$\r$\n$\r$\nÄven inställningarna finns kvar. Om du vill använda journalen igen installerar du Odomira i samma mapp."
+
+!insertmacro Text journalNotDeleted \
+  "The settings are deleted, but the journal could not be deleted:$\r$\n$INSTDIR\${JOURNAL}" \
+  "Inställningarna är borttagna, men det gick inte att ta bort journalen:$\r$\n$INSTDIR\${JOURNAL}"
 
 !insertmacro Text settingsStay \
   "There was no journal in$\r$\n$INSTDIR$\r$\n$\r$\nThe settings are kept." \

@@ -6,6 +6,7 @@
 //     odomira_rights lock PATH       creates a key of HKEY_LOCAL_MACHINE with the default rights of Windows
 //     odomira_rights open PATH MASK  opens a key of HKEY_LOCAL_MACHINE with this access mask
 //     odomira_rights link PATH KEY   creates a key of HKEY_LOCAL_MACHINE as a link to another key
+//     odomira_rights hold PATH       opens a file, prints "held", and closes it at the end of the standard input
 //
 // "user" restricts the token of this process: without privileges, and with the administrators' group for deny only.
 // Programs that are started without elevation have such a token. In Wine everyone can write to a key whose rights have
@@ -136,6 +137,18 @@ void LinkKey(const std::wstring& path, const std::wstring& other)
     Check(stored == ERROR_SUCCESS, "RegSetValueEx", static_cast<DWORD>(stored));
 }
 
+/// The file can be read by others, but neither written nor deleted.
+void HoldFile(const std::wstring& path)
+{
+    HANDLE opened =
+        CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    Check(opened != INVALID_HANDLE_VALUE, "CreateFile");
+    const Handle file(opened);
+    std::puts("held");
+    std::fflush(stdout);
+    std::getchar();
+}
+
 int Answer(const std::wstring& question, const std::wstring& object, const std::wstring& other)
 {
     if (question == L"link") {
@@ -150,6 +163,8 @@ int Answer(const std::wstring& question, const std::wstring& object, const std::
         return RunAsUser(object);
     } else if (question == L"lock") {
         LockKey(object);
+    } else if (question == L"hold") {
+        HoldFile(object);
     } else {
         throw std::runtime_error("unknown command");
     }

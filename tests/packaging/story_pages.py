@@ -1,11 +1,13 @@
 """The pages of setup and uninstaller, used with mouse and keyboard, in both languages."""
+import contextlib
 import os
 import pathlib
 import re
+import shutil
 import subprocess
 import unittest
 
-from installed import KEY, PROJECT, VERSION, Installation, Wizard, until
+from installed import KEY, PROJECT, RELEASE, RIGHTS, VERSION, Installation, Wizard, until
 
 SETUP = "odomira-setup-under-test.exe"
 
@@ -23,6 +25,15 @@ def stored_settings():
 
 
 class Pages(Installation):
+    @contextlib.contextmanager
+    def held_open(self, name):
+        """Another program has the file open, so that it cannot be deleted."""
+        with self.machine.start([RIGHTS, "hold", self.program.folder + "\\" + name], stdin=subprocess.PIPE,
+                                stdout=subprocess.PIPE) as holder:
+            self.assertEqual(holder.stdout.readline().strip(), b"held")
+            yield
+            holder.stdin.close()
+
     def open_setup(self, path=None):
         path = path or self.copy_setup()
         named = "C:\\" + SETUP
@@ -175,6 +186,23 @@ class English(Pages):
         setup.page("Odomira is installed")
         self.assertEqual(self.entry("DisplayVersion"), VERSION)
 
+    def test_an_older_version_replaces_an_unregistered_newer_program_only_after_confirmation(self):
+        older = self.another_version("0.9.0")
+        os.mkdir(self.machine.path("C:\\Odomira"))
+        shutil.copy(os.path.join(RELEASE, "odomira.exe"), self.program.path("odomira.exe"))
+        process, setup = self.open_setup(older)
+        setup.press(setup.page("Which language do you want to use?"), "English")
+        setup.press(setup.page("With Odomira you keep"), "Next >")
+        for answer in ("No", "Yes"):
+            folder = setup.page("Everyone who uses this computer may change")
+            setup.press(folder, "Install")
+            setup.press(setup.page(f"A newer version of Odomira, {VERSION}, is installed."), answer)
+        done = setup.page("Odomira is installed")
+        done.control("Button", "&Start Odomira").click()
+        setup.press(done, "Finish")
+        self.assertEqual(process.wait(20), 0)
+        self.assertEqual(self.entry("DisplayVersion"), "0.9.0")
+
     def test_a_desktop_shortcut_is_made_on_request_and_removed_with_the_program(self):
         process, setup = self.open_setup()
         setup.press(setup.page("Which language do you want to use?"), "English")
@@ -221,6 +249,20 @@ class English(Pages):
         uninstaller.press(uninstaller.page("The journal and the settings are deleted."), "Finish")
         self.assertFalse(os.path.exists(self.machine.path("C:\\Odomira")))
         self.assertNotEqual(self.machine.run(["reg", "query", "HKLM\\Software\\Velmora"]), 0)
+
+    def test_the_last_page_names_a_journal_that_could_not_be_deleted(self):
+        self.install()
+        self.program.journal = b"mine"
+        uninstaller = self.open_uninstaller()
+        page = uninstaller.page("Keep the journal and the settings")
+        page.control("Button", "&Permanently delete the journal and the settings").click()
+        uninstaller.press(page, "Uninstall")
+        question = uninstaller.page("You can't undo this.")
+        with self.held_open("datasource.jrn"):
+            uninstaller.press(question, "Yes")
+            last = uninstaller.page("the journal could not be deleted:\r\nC:\\Odomira\\datasource.jrn")
+        uninstaller.press(last, "Finish")
+        self.assertEqual(self.program.journal, b"mine")
 
     def test_deleting_the_settings_keeps_keys_of_users_and_targets_of_links(self):
         self.install()

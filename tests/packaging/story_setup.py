@@ -187,6 +187,15 @@ class Life(Installation):
         self.assertEqual(self.machine.run([self.another_version("1.9.0"), "/S"]), 0)
         self.assertEqual(self.entry("DisplayVersion"), "1.9.0")
 
+    def test_a_silent_setup_does_not_replace_a_newer_program_that_no_setup_has_registered(self):
+        older = self.another_version("0.9.0")
+        os.mkdir(self.machine.path("C:\\Odomira"))
+        shutil.copy(os.path.join(RELEASE, "odomira.exe"), self.program.path("odomira.exe"))
+        self.assertEqual(self.machine.run([older, "/S"]), 6)
+        self.assertIsNone(self.entry("DisplayVersion"))
+        self.install()
+        self.assertEqual(self.entry("DisplayVersion"), VERSION)
+
     def test_an_upgrade_replaces_a_read_only_program_file(self):
         self.install()
         self.machine.run(["attrib", "+r", "C:\\Odomira\\odomira.exe"])
