@@ -19,7 +19,7 @@ RegistryText::RegistryText(std::int16_t number) : text_(ToText(int{number})) {}
 void registerModule::SaveRegistryValue(const std::wstring& section, const std::wstring& valueName,
                                        const RegistryText& value)
 {
-    const Registry::Key key = Registry::CreateKey(SectionPath(section));
+    Registry::Key key = Registry::CreateKey(SectionPath(section));
     if (key == nullptr) {
         return;
     }
@@ -29,7 +29,7 @@ void registerModule::SaveRegistryValue(const std::wstring& section, const std::w
         // Kept on purpose: "A value that cannot be written becomes empty".
         Registry::WriteText(key, name, "", 0);
     }
-    // Kept on purpose: "Saved values leave their keys open".
+    static_cast<void>(key.release()); // Kept on purpose: "Saved values leave their keys open".
 }
 
 std::wstring registerModule::GetRegistryValue(const std::wstring& section, const std::wstring& valueName,
@@ -41,7 +41,6 @@ std::wstring registerModule::GetRegistryValue(const std::wstring& section, const
     }
     std::string buffer(bufferLength, '\0');
     const bool found = Registry::ReadValue(key, ToUserCodePage(valueName), buffer);
-    Registry::CloseKey(key);
     return found ? ReadRegistryString(FromUserCodePage(buffer)) : defaultValue.Text();
 }
 

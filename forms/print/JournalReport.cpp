@@ -38,7 +38,7 @@ std::wstring UserInfo(const std::wstring& valueName)
     return registerModule::GetRegistryValue(L"Userinfo", valueName, L"");
 }
 
-/// Whether the user wants the social security number on the report. Whatever is no whole number counts as no.
+/// Whether the user wants the social security number on the report. Only a number that rounds to 1 counts as yes.
 bool NumberIsWanted()
 {
     return TryToInt16(registerModule::GetRegistryValue(L"Userinfo", L"Aktiverat_personnummer", L"0")) == 1;
@@ -51,8 +51,6 @@ void frmInterval::PrintJournal()
     sum_ = 0;
     printer_->FitHeight(pageHeight);
     PrintReportHeader();
-    printer_->SetDrawWidth(thin);
-    printer_->SetDrawStyle(LineStyle::Solid);
     PrintDayTable();
     PrintSignatureBlock();
     PrintPageFooter();
@@ -63,8 +61,6 @@ void frmInterval::PrintReportHeader()
 {
     const std::wstring title = LocalText(text::print::journalTitle);
     printer_->SetDrawWidth(thick);
-    printer_->SetDrawStyle(LineStyle::Solid);
-    printer_->SetFontName(L"Arial");
     printer_->SetCurrentY(firstLine);
     printer_->SetFontSize(20);
     printer_->SetFontBold(true);
@@ -101,7 +97,6 @@ void frmInterval::PrintDayTable()
 {
     printer_->PrintLine();
     PrintTableHeading();
-    printer_->SetFillStyle(FillStyle::Transparent);
     const std::chrono::sys_days last = ReportDate(1);
     for (std::chrono::sys_days day = ReportDate(0); day <= last;) {
         PrintDayRow(RowOfDay(day));
@@ -116,7 +111,6 @@ void frmInterval::PrintDayTable()
     if (printer_->CurrentY() != continuationTop) {
         CloseWeekColumn();
     }
-    printer_->SetDrawStyle(LineStyle::Solid);
     PrintTotalLine();
 }
 
@@ -227,7 +221,6 @@ void frmInterval::PrintTotalLine()
     DrawRule(margin, routeColumn, rule);
     printer_->Line(2300, top, 2300, rule);
     printer_->SetDrawWidth(thin);
-    printer_->SetDrawStyle(LineStyle::Solid);
     printer_->SetFontBold(false);
 }
 
@@ -259,8 +252,7 @@ void frmInterval::PrintPageFooter()
 
 std::wstring frmInterval::TwoDigits(int number)
 {
-    const std::wstring digits = ToText(number);
-    return digits.size() == 1 ? L"0" + digits : digits;
+    return ToDigits(number, 2);
 }
 
 std::chrono::sys_days frmInterval::ReportDate(std::size_t index) const

@@ -241,8 +241,8 @@ std::wstring frmInterval::GetIntervalText() const
 
 std::wstring frmInterval::DateText(std::size_t index) const
 {
-    return Text1[index].Text() + L"-" + ToDigits(Combo1[index].ListIndex() + 1, 2) + L"-" +
-           ToDigits(Combo3[index].ListIndex() + 1, 2);
+    return Text1[index].Text() + L"-" + TwoDigits(Combo1[index].ListIndex() + 1) + L"-" +
+           TwoDigits(Combo3[index].ListIndex() + 1);
 }
 
 /// The date as a number that grows with time, such as 20030417.

@@ -36,7 +36,7 @@ public:
     /// A number of a date, with a 0 in front when it has one digit.
     static std::wstring TwoDigits(int number);
 
-    // Of each array the first is the first day's, the second the last day's, unless said otherwise.
+    // In each array, index 0 is the first day and index 1 the last, unless said otherwise.
     Frame Frame1{*this, "Frame1"};
     Frame Frame2{*this, "Frame2"};
     std::array<Label, 6> Label1{{{*this, "Label1(0)"},

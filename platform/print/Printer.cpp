@@ -19,12 +19,6 @@ constexpr double twipsPerInch = 1440;
 constexpr double dotLength = 15;
 constexpr double dotGap = 45;
 
-struct DeleteGdiObject {
-    void operator()(HGDIOBJ object) const noexcept { DeleteObject(object); }
-};
-template <typename Handle>
-using GdiObject = std::unique_ptr<std::remove_pointer_t<Handle>, DeleteGdiObject>;
-
 struct DeleteContext {
     void operator()(HDC context) const noexcept { DeleteDC(context); }
 };
@@ -111,11 +105,6 @@ void PageLeaver::operator()(HDC context) const noexcept
     SelectObject(context, GetStockObject(DEVICE_DEFAULT_FONT));
     SelectObject(context, GetStockObject(BLACK_PEN));
     SelectObject(context, GetStockObject(NULL_BRUSH));
-}
-
-void PenDeleter::operator()(HPEN pen) const noexcept
-{
-    DeleteObject(pen);
 }
 
 Printer::Printer(std::unique_ptr<PrintPages> pages) : pages_(std::move(pages))
@@ -377,7 +366,7 @@ void Printer::Line(double x1, double y1, double x2, double y2)
 void Printer::Box(double x1, double y1, double x2, double y2, PrintColour colour)
 {
     UsePen(colour);
-    GdiObject<HBRUSH> fill;
+    BrushOwner fill;
     if (fillStyle_ == FillStyle::Solid) {
         fill.reset(CreateSolidBrush(ColourOf(colour)));
         Check(fill != nullptr);

@@ -45,17 +45,12 @@ public:
 std::unique_ptr<PrintPages> OpenPrintJob(const PrinterDevice& device, const std::wstring& documentName);
 
 struct HDC__;
-struct HPEN__;
 
 /// Selects stock objects into the device context of a page, before Printer deletes its own.
 struct PageLeaver {
     void operator()(HDC__* context) const noexcept;
 };
-struct PenDeleter {
-    void operator()(HPEN__* pen) const noexcept;
-};
 using PageContext = std::unique_ptr<HDC__, PageLeaver>;
-using PenOwner = std::unique_ptr<HPEN__, PenDeleter>;
 
 /// Writes and draws on the pages of a document. Positions and lengths are twips (1440 to the inch) from the top left
 /// corner of the printable area; y grows downwards.

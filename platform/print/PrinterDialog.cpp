@@ -2,6 +2,7 @@
 
 #include "platform/system/CheckedArithmetic.h"
 #include "platform/system/RuntimeError.h"
+#include "platform/windows/Handles.h"
 #include "platform/windows/ModalOwner.h"
 
 #include <windows.h>
@@ -11,21 +12,14 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <memory>
-#include <type_traits>
 #include <utility>
 
 namespace {
 
-struct FreeMemory {
-    void operator()(HGLOBAL memory) const noexcept { GlobalFree(memory); }
-};
-using OwnedMemory = std::unique_ptr<std::remove_pointer_t<HGLOBAL>, FreeMemory>;
-
 /// Locks a global memory block of the dialog during its lifetime.
 class LockedMemory {
 public:
-    explicit LockedMemory(const OwnedMemory& memory) : memory_(memory.get()), begin_(GlobalLock(memory.get()))
+    explicit LockedMemory(const GlobalMemoryOwner& memory) : memory_(memory.get()), begin_(GlobalLock(memory.get()))
     {
         if (begin_ == nullptr) {
             throw RuntimeError(ErrorNumber::PrinterError);
@@ -46,7 +40,7 @@ private:
     const void* begin_;
 };
 
-std::wstring DeviceName(const OwnedMemory& names)
+std::wstring DeviceName(const GlobalMemoryOwner& names)
 {
     const LockedMemory locked(names);
     // The full name of the device. DEVMODE has its first 31 characters only.
@@ -55,7 +49,7 @@ std::wstring DeviceName(const OwnedMemory& names)
 
 /// Returns the device mode with one copy, and the number of copies that it had. The program prints the copies one by
 /// one, and the driver would multiply them.
-std::pair<std::vector<std::byte>, int> ModeAndCopies(const OwnedMemory& mode)
+std::pair<std::vector<std::byte>, int> ModeAndCopies(const GlobalMemoryOwner& mode)
 {
     const LockedMemory locked(mode);
     const auto& settings = locked.As<DEVMODEW>();
@@ -79,8 +73,8 @@ PrinterChoice PrinterDialog::ShowPrinter() const
     dialog.Flags = PD_USEDEVMODECOPIES | PD_NOSELECTION;
     const AskingForm asking;
     const bool confirmed = PrintDlgW(&dialog) != FALSE;
-    const OwnedMemory mode(dialog.hDevMode);
-    const OwnedMemory names(dialog.hDevNames);
+    const GlobalMemoryOwner mode(dialog.hDevMode);
+    const GlobalMemoryOwner names(dialog.hDevNames);
     asking.EndCommandIfGone();
     if (!confirmed) {
         // If there is no printer, the dialog has shown a message itself; closing it is a cancel.

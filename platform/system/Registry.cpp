@@ -8,12 +8,17 @@ namespace {
 /// Kept on purpose: "Reading asks for permission to write".
 constexpr REGSAM readAndWrite = 0x2003F;
 
-HKEY Handle(Registry::Key key)
+HKEY Handle(const Registry::Key& key)
 {
-    return static_cast<HKEY>(key);
+    return static_cast<HKEY>(key.get());
 }
 
 } // namespace
+
+void Registry::KeyCloser::operator()(void* key) const noexcept
+{
+    RegCloseKey(static_cast<HKEY>(key));
+}
 
 Registry::Key Registry::CreateKey(const std::string& path)
 {
@@ -21,22 +26,17 @@ Registry::Key Registry::CreateKey(const std::string& path)
     HKEY key = nullptr;
     const LSTATUS status = RegCreateKeyExA(HKEY_LOCAL_MACHINE, path.c_str(), 0, keyClass.data(),
                                            REG_OPTION_NON_VOLATILE, readAndWrite, nullptr, &key, nullptr);
-    return status == ERROR_SUCCESS ? key : nullptr;
+    return Key(status == ERROR_SUCCESS ? key : nullptr);
 }
 
 Registry::Key Registry::OpenKey(const std::string& path)
 {
     HKEY key = nullptr;
     const LSTATUS status = RegOpenKeyExA(HKEY_LOCAL_MACHINE, path.c_str(), 0, readAndWrite, &key);
-    return status == ERROR_SUCCESS ? key : nullptr;
+    return Key(status == ERROR_SUCCESS ? key : nullptr);
 }
 
-void Registry::CloseKey(Key key)
-{
-    RegCloseKey(Handle(key));
-}
-
-bool Registry::WriteText(Key key, const std::string& valueName, const std::string& text, std::size_t size)
+bool Registry::WriteText(const Key& key, const std::string& valueName, const std::string& text, std::size_t size)
 {
     // RegSetValueEx stores one byte more if a null follows the data, so another character follows it here.
     std::string data = text;
@@ -46,7 +46,7 @@ bool Registry::WriteText(Key key, const std::string& valueName, const std::strin
                           static_cast<DWORD>(size)) == ERROR_SUCCESS;
 }
 
-bool Registry::ReadValue(Key key, const std::string& valueName, std::string& buffer)
+bool Registry::ReadValue(const Key& key, const std::string& valueName, std::string& buffer)
 {
     DWORD type = 0;
     auto size = static_cast<DWORD>(buffer.size());

@@ -21,7 +21,7 @@ struct ControlFont {
 enum class SystemColor { Default, WindowBackground, ButtonFace, Link };
 
 /// A control on a form. It is a member of the form, and the layout of the form refers to it by its name. Its window
-/// exists while the form is loaded; without it, every function but Name() throws InvalidProcedureCall.
+/// exists while the form is loaded; the functions that need the window throw InvalidProcedureCall without it.
 class Control {
 public:
     Control(Form& form, const char* name);

@@ -7,17 +7,17 @@ void WindowDeleter::operator()(WindowHandle window) const noexcept
     DestroyWindow(window);
 }
 
-void FontDeleter::operator()(HFONT__* font) const noexcept
+void GdiDeleter::operator()(void* object) const noexcept
 {
-    DeleteObject(font);
-}
-
-void BitmapDeleter::operator()(HBITMAP__* bitmap) const noexcept
-{
-    DeleteObject(bitmap);
+    DeleteObject(object);
 }
 
 void MenuDeleter::operator()(HMENU__* menu) const noexcept
 {
     DestroyMenu(menu);
+}
+
+void GlobalMemoryDeleter::operator()(void* memory) const noexcept
+{
+    GlobalFree(memory);
 }

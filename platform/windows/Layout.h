@@ -18,7 +18,7 @@ struct MenuRow {
     const char* parent = nullptr;
 };
 
-/// The keys that a form can give a command to, by the codes that the system has for them.
+/// The keys that a form can give a command to. The values are virtual-key codes.
 enum class CommandKey : unsigned { Enter = 0x0D, Space = 0x20, Delete = 0x2E, N = 'N', P = 'P', S = 'S' };
 
 /// One key and its command. The key counts once for each time it is pressed, without other modifiers, and only while

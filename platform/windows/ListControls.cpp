@@ -16,6 +16,7 @@
 #include "platform/windows/Controls.h"
 
 #include "platform/system/RuntimeError.h"
+#include "platform/windows/DeviceContext.h"
 #include "platform/windows/Form.h"
 
 #include <windows.h>
@@ -41,18 +42,6 @@ std::wstring EntryText(SendTo send, UINT lengthMessage, UINT textMessage, int in
     return text;
 }
 
-/// The size in pixels of a text in the font of the control.
-SIZE SizeInFontOf(HWND control, const std::wstring& text)
-{
-    HDC surface = GetDC(control);
-    HGDIOBJ former = SelectObject(surface, reinterpret_cast<HGDIOBJ>(SendMessageW(control, WM_GETFONT, 0, 0)));
-    SIZE size{};
-    GetTextExtentPoint32W(surface, text.c_str(), static_cast<int>(text.size()), &size);
-    SelectObject(surface, former);
-    ReleaseDC(control, surface);
-    return size;
-}
-
 } // namespace
 
 Control::WindowKind ListBox::Kind() const
@@ -74,7 +63,7 @@ void ListBox::AddItem(const std::wstring& line)
 int ListBox::WidthOf(const std::wstring& line) const
 {
     constexpr int margin = 4;
-    return static_cast<int>(SizeInFontOf(Handle(), line).cx) + margin;
+    return static_cast<int>(TextSize(Handle(), line).cx) + margin;
 }
 
 void ListBox::FitScrollRange()
@@ -156,7 +145,7 @@ void ListBox::Message(unsigned message, std::uintptr_t, std::intptr_t lParam)
 
 void ListBox::Scaled()
 {
-    Send(LB_SETITEMHEIGHT, 0, SizeInFontOf(Handle(), L"0").cy);
+    Send(LB_SETITEMHEIGHT, 0, TextSize(Handle(), L"0").cy);
     widest_ = 0;
     for (int index = 0; index < ListCount(); ++index) {
         widest_ = std::max(widest_, WidthOf(List(index)));
@@ -166,7 +155,7 @@ void ListBox::Scaled()
 
 int ListBox::LeftOfCharacter(int position) const
 {
-    POINT left{static_cast<LONG>(position) * SizeInFontOf(Handle(), L"0").cx, 0};
+    POINT left{static_cast<LONG>(position) * TextSize(Handle(), L"0").cx, 0};
     MapWindowPoints(Handle(), Owner().Handle(), &left, 1);
     return ToTwips(left.x, Owner().Dpi());
 }

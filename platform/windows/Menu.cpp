@@ -75,14 +75,16 @@ MenuOwner MenuItem::Build(std::span<const MenuRow> rows, const std::vector<MenuI
 
 HMENU__* MenuItem::SubMenu()
 {
-    HMENU sub = GetSubMenu(menu_, position_);
-    if (sub == nullptr) {
-        sub = CreatePopupMenu();
-        MENUITEMINFOW info{};
-        info.cbSize = sizeof info;
-        info.fMask = MIIM_SUBMENU;
-        info.hSubMenu = sub;
-        SetMenuItemInfoW(menu_, static_cast<UINT>(position_), TRUE, &info);
+    if (HMENU sub = GetSubMenu(menu_, position_)) {
+        return sub;
     }
-    return sub;
+    MenuOwner created(CreatePopupMenu());
+    MENUITEMINFOW info{};
+    info.cbSize = sizeof info;
+    info.fMask = MIIM_SUBMENU;
+    info.hSubMenu = created.get();
+    if (SetMenuItemInfoW(menu_, static_cast<UINT>(position_), TRUE, &info) == FALSE) {
+        throw RuntimeError(ErrorNumber::OutOfMemory);
+    }
+    return created.release(); // the menu above it owns it now
 }

@@ -3,6 +3,7 @@
 #include "platform/system/RuntimeError.h"
 #include "platform/windows/Com.h"
 #include "platform/windows/Controls.h"
+#include "platform/windows/DeviceContext.h"
 
 #include <windows.h>
 
@@ -43,18 +44,15 @@ ComOwner<IStream> ResourceStream(int id)
         throw RuntimeError(ErrorNumber::ResourceNotFound);
     }
     const DWORD size = SizeofResource(program, found);
-    HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, size);
-    if (memory == nullptr) {
-        throw RuntimeError(ErrorNumber::OutOfMemory);
-    }
-    std::memcpy(GlobalLock(memory), LockResource(LoadResource(program, found)), size);
-    GlobalUnlock(memory);
+    GlobalMemoryOwner memory(GlobalAlloc(GMEM_MOVEABLE, size));
     IStream* stream = nullptr;
-    if (FAILED(CreateStreamOnHGlobal(memory, TRUE, &stream))) { // the stream frees the memory
-        GlobalFree(memory);
+    if (memory == nullptr || FAILED(CreateStreamOnHGlobal(memory.get(), TRUE, &stream))) {
         throw RuntimeError(ErrorNumber::OutOfMemory);
     }
-    return ComOwner<IStream>(stream);
+    ComOwner<IStream> owned(stream); // frees the memory, too
+    std::memcpy(GlobalLock(memory.get()), LockResource(LoadResource(program, found)), size);
+    GlobalUnlock(memory.release());
+    return owned;
 }
 
 ComOwner<IPicture> LoadPicture(int id)
@@ -78,9 +76,7 @@ BitmapOwner DrawPicture(int id, int width, int height)
     const auto bitmap = reinterpret_cast<HBITMAP>(static_cast<INT_PTR>(static_cast<int>(handle)));
     GetObjectW(bitmap, sizeof original, &original);
 
-    HDC screen = GetDC(nullptr);
-    BitmapOwner drawn(CreateCompatibleBitmap(screen, width, height));
-    ReleaseDC(nullptr, screen);
+    BitmapOwner drawn(CreateCompatibleBitmap(ClientContext(nullptr).Get(), width, height));
     const BitmapSurface from(bitmap);
     const BitmapSurface to(drawn.get());
     // HALFTONE averages the pixels: the picture is larger than its place at most DPIs.

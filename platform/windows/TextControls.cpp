@@ -3,6 +3,7 @@
 #include "platform/windows/Controls.h"
 
 #include "platform/system/RuntimeError.h"
+#include "platform/windows/DeviceContext.h"
 
 #include <windows.h>
 
@@ -36,14 +37,8 @@ void Label::Scaled()
     if (!fitted_) {
         return;
     }
-    const std::wstring caption = Caption();
-    RECT area{};
-    HDC surface = GetDC(Handle());
-    HGDIOBJ former = SelectObject(surface, reinterpret_cast<HFONT>(Send(WM_GETFONT)));
-    DrawTextW(surface, caption.c_str(), -1, &area, DT_CALCRECT | DT_SINGLELINE | DT_NOPREFIX);
-    SelectObject(surface, former);
-    ReleaseDC(Handle(), surface);
-    SetWindowPos(Handle(), nullptr, 0, 0, area.right, Pixels(Height()), SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    const SIZE text = TextSize(Handle(), Caption());
+    SetWindowPos(Handle(), nullptr, 0, 0, text.cx, Pixels(Height()), SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 void Label::Command(unsigned notification)
@@ -84,9 +79,7 @@ void LinkLabel::Painted()
     }
     RECT area{};
     GetClientRect(Handle(), &area);
-    HDC surface = GetDC(Handle());
-    DrawFocusRect(surface, &area);
-    ReleaseDC(Handle(), surface);
+    DrawFocusRect(ClientContext(Handle()).Get(), &area);
 }
 
 Control::WindowKind TextBox::Kind() const

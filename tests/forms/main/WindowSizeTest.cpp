@@ -22,8 +22,7 @@ protected:
         SetWindowPos(Main().Handle(), nullptr, 0, 0, Pixels(width), Pixels(height), SWP_NOMOVE | SWP_NOZORDER);
     }
 
-    /// The display's own news of the minimising may come after a restoring and minimise again: a user then does it
-    /// anew.
+    /// Wine: X11 may report the minimised state after the window is restored, so restore it again.
     static void RestoreForGood()
     {
         using Clock = std::chrono::steady_clock;

@@ -221,7 +221,7 @@ TEST_F(PrinterTest, ScaleWidthIsThePrintableWidthOfTheDevice)
     EXPECT_NEAR(Page().ScaleWidth(), 11900, 20) << "A4";
 }
 
-TEST_F(PrinterTest, APageThatFitsIsDrawnToTheDeviceDotAsIfItsHeightHadNotBeenAskedFor)
+TEST_F(PrinterTest, FitHeightChangesNothingOnAPageThatFits)
 {
     const auto draw = [](bool asking) {
         auto recording = std::make_shared<Recording>();
