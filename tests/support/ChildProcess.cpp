@@ -16,14 +16,18 @@ OwnedHandle Start(const std::wstring& fullTestName, const std::wstring& program)
     STARTUPINFOW startup{};
     startup.cb = sizeof startup;
     PROCESS_INFORMATION started{};
-    const BOOL running =
-        CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &started);
-    if (running == 0) {
-        ADD_FAILURE() << "CreateProcess: error " << GetLastError();
-        return OwnedHandle(nullptr);
+    // Wine: rarely, about once in some thousand processes, CreateProcess fails with ERROR_INTERNAL_ERROR. Try again.
+    DWORD error = ERROR_INTERNAL_ERROR;
+    for (int attempt = 0; attempt < 3 && error == ERROR_INTERNAL_ERROR; ++attempt) {
+        if (CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &started) !=
+            FALSE) {
+            const OwnedHandle thread(started.hThread);
+            return OwnedHandle(started.hProcess);
+        }
+        error = GetLastError();
     }
-    const OwnedHandle thread(started.hThread);
-    return OwnedHandle(started.hProcess);
+    ADD_FAILURE() << "CreateProcess: error " << error;
+    return OwnedHandle(nullptr);
 }
 
 } // namespace
