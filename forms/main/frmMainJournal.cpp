@@ -77,7 +77,10 @@ void frmMain::FillJournalTree()
 
 void frmMain::RebuildJournalTree()
 {
-    AskOverForm([this] { return Guarded([this] { FillJournalTree(); }); });
+    Guarded([this] { FillJournalTree(); });
+    if (!IsLoaded()) {
+        throw CommandEnded(); // the session ended while the message was open
+    }
 }
 
 void frmMain::Form_RegionChanged()

@@ -11,6 +11,7 @@
 #include "forms/print/frmInterval.h"
 #include "platform/system/RuntimeError.h"
 #include "platform/system/TextFile.h"
+#include "platform/windows/UnhandledError.h"
 #include "tests/support/ReplacedImport.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -319,6 +320,20 @@ TEST_F(SessionEnd, UnderTheMessageOfAnErrorEndsTheCommand)
     Press(Main().deleteButton);
     EXPECT_THAT(boxes.Texts(),
                 ElementsAre(typeMismatch, L"Do you want to delete selected day?", typeMismatch, saveQuestion));
+    EXPECT_THAT(Form::OpenForms(), IsEmpty());
+}
+
+TEST_F(SessionEnd, UnderTheMessageOfAnErrorAtTheStartEndsTheProgram)
+{
+    boxes.LeaveNextOpenWhile([] {
+        HWND box = FindWindowW(L"#32770", L"Odomira");
+        HWND main = FindWindowW(L"Odomira", nullptr);
+        SendMessageW(main, WM_QUERYENDSESSION, 0, 0);
+        SendMessageW(main, WM_ENDSESSION, TRUE, 0);
+        PostMessageW(box, WM_COMMAND, IDOK, 0);
+    });
+    EXPECT_FALSE(Guarded([] { Start({.journal = monthAbove12}); }));
+    EXPECT_THAT(boxes.Texts(), ElementsAre(typeMismatch));
     EXPECT_THAT(Form::OpenForms(), IsEmpty());
 }
 
