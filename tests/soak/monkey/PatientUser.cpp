@@ -75,14 +75,17 @@ HWND PatientUser::Open(WindowKind kind, const std::function<void()>& action)
         repeats_ += attempt > 0 ? 1 : 0;
         action();
         HWND opened = nullptr;
-        if (IsDone([&] {
-                opened = program_.Top();
-                return opened != nullptr && opened != before && opened == GetForegroundWindow() &&
-                       KindOf(opened) == kind;
-            })) {
+        const auto isOpen = [&] {
+            opened = program_.Top();
+            return opened != nullptr && opened != before && opened == GetForegroundWindow() && KindOf(opened) == kind;
+        };
+        if (IsDone(isOpen)) {
             return opened;
         }
-        BringToFront();
+        BringToFront(); // Wine: the X11 window manager may not have activated it
+        if (IsDone(isOpen)) {
+            return opened;
+        }
         Keys({VK_ESCAPE}); // a menu that was left open
     }
     throw Finding("a command does not open its dialog\n" + program_.OnTheScreen());
