@@ -140,8 +140,8 @@ void LinkKey(const std::wstring& path, const std::wstring& other)
 /// The file can be read by others, but neither written nor deleted.
 void HoldFile(const std::wstring& path)
 {
-    HANDLE opened =
-        CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    HANDLE opened = CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
+                                FILE_ATTRIBUTE_NORMAL, nullptr);
     Check(opened != INVALID_HANDLE_VALUE, "CreateFile");
     const Handle file(opened);
     std::puts("held");

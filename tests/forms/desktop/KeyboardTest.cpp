@@ -453,7 +453,7 @@ TEST_F(Keyboard, AKeyThatIsHeldDownNeitherConfirmsNorCancelsTheDialogThatItOpene
     PressKey(VK_TAB);
     PressKey(VK_DOWN);
     user.In<frmEdit>([](frmEdit& dialog) {
-        for (const WPARAM key : {VK_RETURN, VK_ESCAPE}) {
+        for (const WORD key : std::initializer_list<WORD>{VK_RETURN, VK_ESCAPE}) {
             constexpr LPARAM onceAndRepeated = 1 | LPARAM{KF_REPEAT} << 16;
             PostMessageW(dialog.Text3.Handle(), WM_KEYDOWN, key, onceAndRepeated);
             DoEvents();

@@ -58,7 +58,7 @@ TEST(Ending, WhileSeveralQuestionsAreOpen_EndsTheProgram)
 
     PostMessageW(program.MainWindow(), WM_SYSCOMMAND, SC_CLOSE, 0);
     HWND question = NextQuestion(nullptr, program);
-    for (const UINT message : {WM_QUERYENDSESSION, WM_QUERYENDSESSION, WM_ENDSESSION}) {
+    for (const UINT message : std::initializer_list<UINT>{WM_QUERYENDSESSION, WM_QUERYENDSESSION, WM_ENDSESSION}) {
         SendNotifyMessageW(program.MainWindow(), message, TRUE, 0);
         question = NextQuestion(question, program);
     }
