@@ -114,7 +114,7 @@ protected:
     void TearDown() override
     {
         DataInterface::ClearJournalChanged();
-        report_.Did(texts_, "numbers of six characters listed, added up and reported");
+        report_.Did(texts_, "numbers of six characters listed and reported");
         report_.Did(edits_, "of them edited");
         report_.Did(reports_, "reports drawn of them");
     }
