@@ -7,6 +7,8 @@
 
 #include <windows.h>
 
+#include <cstdio>
+
 namespace {
 
 OwnedHandle Start(const std::wstring& fullTestName, const std::wstring& program)
@@ -25,6 +27,7 @@ OwnedHandle Start(const std::wstring& fullTestName, const std::wstring& program)
             return OwnedHandle(started.hProcess);
         }
         error = GetLastError();
+        std::printf("CreateProcess: error %lu\n", error);
     }
     ADD_FAILURE() << "CreateProcess: error " << error;
     return OwnedHandle(nullptr);

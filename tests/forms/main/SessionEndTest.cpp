@@ -117,6 +117,13 @@ private:
     ReplacedImport<decltype(ShowNothing)> replaced_{"MessageBoxW", ShowNothing};
 };
 
+/// A shell that fails, and while it shows a message of its own, the session ends.
+HINSTANCE WINAPI EndSessionInShell(HWND, LPCSTR, LPCSTR, LPCSTR, LPCSTR, INT)
+{
+    SendMessageW(Form::OpenForms().front()->Handle(), WM_ENDSESSION, TRUE, 0);
+    return nullptr;
+}
+
 class MissingMessageBoxes : public SessionEnd {};
 class FailingHandlers : public SessionEnd {};
 
@@ -365,6 +372,18 @@ TEST_F(SessionEnd, InsideADialogEndsTheCommandThatOpenedIt)
     EndsInside<frmInterval>({L"File", L"Print..."});
     Start({.journal = oneDay});
     EndsInside<frmAbout>({L"Help", L"About Odomira..."});
+}
+
+TEST_F(SessionEnd, InsideTheShellShowsNoMessage)
+{
+    const ReplacedImport replaced("ShellExecuteA", EndSessionInShell);
+    Start({.journal = oneDay});
+    ChooseCommand(Main(), {L"Help", L"On the Web", L"Odomira"});
+    ExpectEnded({});
+    Start({.journal = oneDay});
+    user.In<frmAbout>([](frmAbout& form) { ClickOn(form.Label3); });
+    ChooseCommand(Main(), {L"Help", L"About Odomira..."});
+    ExpectEnded({});
 }
 
 TEST_F(SessionEnd, InsideTheEditDialogChangesNothing)

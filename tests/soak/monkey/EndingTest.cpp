@@ -24,16 +24,25 @@ void AnswerNo(HWND question, const RunningProgram& program)
     EXPECT_TRUE(program.Becomes([question] { return IsWindow(question) == FALSE; })) << program.OnTheScreen();
 }
 
+/// The program, which asks whether to save.
+class Ending : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        PatientUser(program).ChangeTheJournal();
+        PostMessageW(program.MainWindow(), WM_SYSCOMMAND, SC_CLOSE, 0);
+        first = NextQuestion(nullptr, program);
+    }
+
+    const Installation installation{L"two-days.jrn"};
+    const RunningProgram program{installation.Program()};
+    HWND first = nullptr;
+};
+
 } // namespace
 
-TEST(Ending, AskedForTwice_WaitsForBothAnswers)
+TEST_F(Ending, AskedForTwice_WaitsForBothAnswers)
 {
-    const Installation installation(L"two-days.jrn");
-    const RunningProgram program(installation.Program());
-    PatientUser(program).ChangeTheJournal();
-
-    PostMessageW(program.MainWindow(), WM_SYSCOMMAND, SC_CLOSE, 0);
-    HWND first = NextQuestion(nullptr, program);
     SendNotifyMessageW(program.MainWindow(), WM_QUERYENDSESSION, 0, 0);
     HWND second = NextQuestion(first, program);
     EXPECT_FALSE(IsWindowEnabled(first)) << "the first question is enabled although the second is open";
@@ -50,14 +59,9 @@ TEST(Ending, AskedForTwice_WaitsForBothAnswers)
     EXPECT_NO_THROW(program.ExpectNormalEnd());
 }
 
-TEST(Ending, WhileSeveralQuestionsAreOpen_EndsTheProgram)
+TEST_F(Ending, WhileSeveralQuestionsAreOpen_EndsTheProgram)
 {
-    const Installation installation(L"two-days.jrn");
-    const RunningProgram program(installation.Program());
-    PatientUser(program).ChangeTheJournal();
-
-    PostMessageW(program.MainWindow(), WM_SYSCOMMAND, SC_CLOSE, 0);
-    HWND question = NextQuestion(nullptr, program);
+    HWND question = first;
     for (const UINT message : std::initializer_list<UINT>{WM_QUERYENDSESSION, WM_QUERYENDSESSION, WM_ENDSESSION}) {
         SendNotifyMessageW(program.MainWindow(), message, TRUE, 0);
         question = NextQuestion(question, program);

@@ -71,24 +71,23 @@ HWND PatientUser::Open(WindowKind kind, const std::function<void()>& action)
 {
     constexpr int attempts = 5;
     HWND before = program_.Top();
+    std::string screens;
     for (int attempt = 0; attempt < attempts; ++attempt) {
         repeats_ += attempt > 0 ? 1 : 0;
         action();
         HWND opened = nullptr;
-        const auto isOpen = [&] {
-            opened = program_.Top();
-            return opened != nullptr && opened != before && opened == GetForegroundWindow() && KindOf(opened) == kind;
-        };
-        if (IsDone(isOpen)) {
+        if (IsDone([&] {
+                opened = program_.Top();
+                return opened != nullptr && opened != before && opened == GetForegroundWindow() &&
+                       KindOf(opened) == kind;
+            })) {
             return opened;
         }
-        BringToFront(); // Wine: the X11 window manager may not have activated it
-        if (IsDone(isOpen)) {
-            return opened;
-        }
+        screens += program_.OnTheScreen();
+        BringToFront();
         Keys({VK_ESCAPE}); // a menu that was left open
     }
-    throw Finding("a command does not open its dialog\n" + program_.OnTheScreen());
+    throw Finding("a command does not open its dialog; after each attempt:\n" + screens);
 }
 
 HWND PatientUser::OpenByButton(Command command, WindowKind kind)
